@@ -1,0 +1,12 @@
+// zqmath.h: the whole public interface of the library.
+#ifndef ZQMATH_ZQMATH_H
+#define ZQMATH_ZQMATH_H
+
+#include "mmmstd.h"
+#include "zqexport.h"
+#include "zqplatform.h"
+
+#include "mathdll.h"
+#include "zqexception.h"
+
+#endif
