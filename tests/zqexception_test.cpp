@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <map>
-#include <memory>
 
 namespace {
 
@@ -62,10 +61,13 @@ TEST(ZqException, NumberedConstructionAppendsTextWithoutSeparator) {
     EXPECT_EQ(math.Code(), CZqException::kParameterError);
     EXPECT_EQ(math.Severity(), CZqException::kWarning);
 
-    std::unique_ptr<CZqException> heap(CZqErrRec::Exception(126));
+    CZqException* heap = CZqErrRec::Exception(126);
     ASSERT_NE(heap, nullptr);
     EXPECT_EQ(heap->ErrNum(), 126);
     EXPECT_EQ(heap->Class(), "ZqGeneric");
+    // The destructor is not virtual, so the object is destroyed as the plain CZqException it is.
+    heap->CZqException::~CZqException();
+    ::operator delete(heap);
 }
 
 TEST(ZqException, DefaultAndFreeTextForms) {
