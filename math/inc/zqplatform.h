@@ -11,12 +11,14 @@
 #ifndef NOMINMAX
 #define NOMINMAX
 #endif
-#include <mmsystem.h>
 #include <windows.h>
+// mmsystem.h needs the types of windows.h.
+#include <mmsystem.h>
 
 #if defined(_AFXDLL)
-#include <afxdllx.h>
 #include <afxwin.h>
+// The extension-module declarations need the framework above.
+#include <afxdllx.h>
 #define ZQMATH_HAVE_MFC 1
 #endif
 
