@@ -7,6 +7,7 @@
 #include "zqplatform.h"
 
 #include "mathdll.h"
+#include "statisticspak.h"
 #include "zqexception.h"
 
 #endif
