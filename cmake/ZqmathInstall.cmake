@@ -24,5 +24,8 @@ if(ZQMATH_SHARED)
 else()
     set(ZQMATH_PC_CFLAGS "-DZQMATH_STATIC")
 endif()
+# The .pc file finds the prefix from its own location, so the install can be moved.
+file(RELATIVE_PATH ZQMATH_PC_TO_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+string(REGEX REPLACE "/$" "" ZQMATH_PC_TO_PREFIX "${ZQMATH_PC_TO_PREFIX}")
 configure_file(${PROJECT_SOURCE_DIR}/cmake/zqmath.pc.in ${PROJECT_BINARY_DIR}/zqmath.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/zqmath.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
