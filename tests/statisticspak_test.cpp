@@ -40,15 +40,15 @@ TEST(StatisticsOracle, MatchesLongDoubleSumsOnRandomSamples) {
             s4 += d * d * d * d;
         }
         const long double var = s2 / (n - 1);
-        const auto near = [](double got, long double want) {
+        const auto expectClose = [](double got, long double want) {
             EXPECT_NEAR(got, static_cast<double>(want), 1e-11 * (1.0 + std::fabs(got)));
         };
-        near(pak.GetMean(), mean);
-        near(pak.GetAverageDeviation(), abs / n);
-        near(pak.GetVariance(), var);
-        near(pak.GetStandardDeviation(), std::sqrt(var));
-        near(pak.GetSkewness(), s3 / (n * var * std::sqrt(var)));
-        near(pak.GetKurtosis(), s4 / (n * var * var) - 3);
+        expectClose(pak.GetMean(), mean);
+        expectClose(pak.GetAverageDeviation(), abs / n);
+        expectClose(pak.GetVariance(), var);
+        expectClose(pak.GetStandardDeviation(), std::sqrt(var));
+        expectClose(pak.GetSkewness(), s3 / (n * var * std::sqrt(var)));
+        expectClose(pak.GetKurtosis(), s4 / (n * var * var) - 3);
         // The median one place past the middle (the last sample for n = 2).
         std::sort(x.begin(), x.end());
         const double upper = x[std::min(n / 2 + 1, n - 1)];
