@@ -7,6 +7,9 @@
 #include "zqplatform.h"
 
 #include "mathdll.h"
+#include "sfvec2f.h"
+#include "sfvec3f.h"
+#include "sfvec4f.h"
 #include "statisticspak.h"
 #include "zqexception.h"
 
