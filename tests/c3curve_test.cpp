@@ -61,11 +61,11 @@ TEST(C3CurveSpline, EachKindHandsTheStatedFourPointsToTheSpline) {
     for (const int i : {0, 1, 2}) {
         const SFVec3f prev = p[i == 0 ? 0 : i - 1];
         const SFVec3f next = p[i == 2 ? 3 : i + 2];
-        const SFVec3f near = prev + (p[i] - prev) * t;
-        const SFVec3f far = p[i + 1] + (next - p[i + 1]) * (1.0 - t);
+        const SFVec3f inner = prev + (p[i] - prev) * t;
+        const SFVec3f outer = p[i + 1] + (next - p[i + 1]) * (1.0 - t);
         const SFVec3f want[] = {CatmullRom(t, p[i], p[i], p[i + 1], p[i + 1]),
                                 CatmullRom(t, prev, p[i], p[i + 1], next),
-                                CatmullRom(t, near, p[i], p[i + 1], far)};
+                                CatmullRom(t, inner, p[i], p[i + 1], outer)};
         for (int kind = 2; kind <= 4; ++kind) {
             C3Curve curve(p.data(), 4, static_cast<C3Curve::ECurveInterpolator>(kind), 16);
             curve.ComputeIntegratePoints();
