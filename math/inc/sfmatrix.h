@@ -7,6 +7,9 @@
 #include "sfvec4f.h"
 #include "zqexport.h"
 
+class C3Matrix;
+class CQuat;
+
 /// A 4x4 transform of sixteen doubles stored row by row (m[r][c] at index 4r + c). Points are
 /// row vectors multiplied on the left, so row 3 is the translation and column 3 the projective
 /// terms; rows 0, 1, 2 are the left, up and view vectors. Angles are radians. Products named
@@ -30,6 +33,11 @@ public:
     /// intermediates; for a unit axis it turns the opposite way to RotateX/Y/Z. An axis shorter
     /// than 0.0001 gives the identity.
     SFMatrix(SFVec3f const& axis, double angle);
+    /// The rotation of q, the transpose of q->RotationMatrix(). Only the upper 3x3 block is
+    /// written: row 3 and column 3 stay unset, as callers expect. A zero q is not guarded.
+    SFMatrix(CQuat* q);
+    /// The identity with m3's elements, row by row, in the upper 3x3 block.
+    SFMatrix(C3Matrix const& m3);
     /// Copies all sixteen; assignment to itself copies nothing.
     SFMatrix& operator=(SFMatrix const& other);
     /// Same as the four-vector constructor.

@@ -1,8 +1,10 @@
 // SFMatrix: construction, element access, products, transform builders and point transforms.
 #include "sfmatrix.h"
 
+#include "c3matrix.h"
+#include "cquat.h"
 #include "transform/general_inverse.h"
-#include "transform/rotation_rule.h"
+#include "transform/rotation_detail.h"
 #include "vector/vector_detail.h"
 #include "zqexception.h"
 
@@ -75,6 +77,26 @@ SFMatrix::SFMatrix(SFVec3f const& axis, double angle) {
     *this = SFMatrix(tx * nx + c, tx * ny - s * nz, tx * nz + s * ny, 0.0, ty * nx + s * nz,
                      ty * ny + c, ty * nz - s * nx, 0.0, tz * nx - s * ny, tz * ny + s * nx,
                      tz * nz + c, 0.0, 0.0, 0.0, 0.0, 1.0);
+}
+
+SFMatrix::SFMatrix(CQuat* q) {
+    const double s = 2.0 / (q->x * q->x + q->y * q->y + q->z * q->z + q->w * q->w);
+    double e[9];
+    zq::detail::QuaternionRotation(*q, s, e);
+    for (int r = 0; r < 3; ++r) {
+        for (int c = 0; c < 3; ++c) {
+            m_element[Index(r, c)] = e[3 * r + c];
+        }
+    }
+}
+
+SFMatrix::SFMatrix(C3Matrix const& m3) {
+    Identity();
+    for (int r = 0; r < 3; ++r) {
+        for (int c = 0; c < 3; ++c) {
+            m_element[Index(r, c)] = m3[3 * r + c];
+        }
+    }
 }
 
 SFMatrix& SFMatrix::operator=(SFMatrix const& other) {
