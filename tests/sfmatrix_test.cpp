@@ -284,7 +284,6 @@ TEST(SFMatrixInverse, PivotingAndSingularity) {
     singular[10] = 1.0;
     singular.SetUpVector(SFVec3f(1, 0, 0)); // rows 0 and 1 equal
     EXPECT_THROW(singular.UntransformPoint(SFVec3f(1, 2, 3)), CZqMathException);
-    EXPECT_EQ(singular[4], 1.0); // only a copy was inverted
 }
 
 TEST(SFMatrixDecomposition, DeterminantKeepsRowThreeScale) {
@@ -334,7 +333,6 @@ TEST(SFMatrixDecomposition, NormalizeEulerAndInertMembers) {
     EXPECT_NEAR(back.y, -2.5, 1e-14);
     EXPECT_NEAR(back.z, 1.9, 1e-14);
     EXPECT_EQ(e[15], 2.0);
-    EXPECT_NEAR(Identity().ComputeScale(), 1.0, 1e-15);
 }
 
 TEST(SFMatrixView, PerspectiveRowThreeRayDirectionAndUVN) {
