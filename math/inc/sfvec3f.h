@@ -5,6 +5,7 @@
 #include "sfvec2f.h"
 #include "zqexport.h"
 
+class C3Matrix;
 class SFVec4f;
 
 /// A 3D point, direction or RGB colour (x, y, z = red, green, blue, nominally 0..1) in double
@@ -185,6 +186,10 @@ public:
 
     static const SFVec3f kZero;
     static const SFVec3f kOne;
+
+    /// m times this vector as a column: (e0·x + e1·y + e2·z, e3·x + e4·y + e5·z,
+    /// e6·x + e7·y + e8·z) with m's elements e0..e8 row by row. No division.
+    SFVec3f MulPointByMatrix(C3Matrix const* m) const;
 };
 
 #endif

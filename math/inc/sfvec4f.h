@@ -5,6 +5,9 @@
 #include "sfvec3f.h"
 #include "zqexport.h"
 
+class CQuat;
+class SFMatrix;
+
 /// Four doubles x, y, z, w, indexed 0 to 3: a homogeneous point, an RGBA colour, or three
 /// angles with their order code. Equality is exact.
 class ZQMATH_API SFVec4f {
@@ -86,6 +89,19 @@ public:
 
     static const SFVec4f kZero;
     static const SFVec4f kOne;
+
+    // Euler angles: x, y, z are the angles in radians and w the order code (truncated when
+    // read): bit 0 rotating axes, bit 1 first axis repeated, bit 2 odd parity, bits 3-4 the
+    // inner axis (0 x, 1 y, 2 z). None of these reads or writes the vector it is called on.
+    /// Writes the rotation of ea's angles and order into all sixteen elements of M, in the
+    /// column-vector form of SFMatrix(CQuat*) (the transpose of RotateX/Y/Z's form).
+    void Eul_ToSFMatrix(SFVec4f ea, SFMatrix& M) const;
+    /// The angles of M's upper 3x3 block for order, with w = order.
+    SFVec4f Eul_FromSFMatrix(SFMatrix M, int order) const;
+    /// The angles of q's rotation matrix for order.
+    SFVec4f Eul_FromQuat(CQuat q, int order) const;
+    /// The yaw (x), pitch (y), roll (z) quaternion; the order in w is deliberately not read.
+    CQuat Eul_ToQuat(SFVec4f ea) const;
 };
 
 #endif
