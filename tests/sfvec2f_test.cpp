@@ -157,3 +157,15 @@ TEST(SFVec2fBasics, ZeroingDefaultIndexPointsAndDividingNormalize) {
     EXPECT_EQ(SFVec2f(SFVec3f(6.0, 3.0, 3.0), true).x, 2.0);
     EXPECT_EQ(SFVec2f(SFVec3f(6.0, 3.0, 3.0), false).x, 6.0);
 }
+
+TEST(SFVec2fProjection, RowsTimesTheHomogeneousPointAndNoDivisionByZero) {
+    // Storage order e0..e8 row by row: the constructor takes the columns.
+    C3Matrix m(1, 4, 0, 2, 5, 0, 3, 6, 2);
+    const SFVec2f p = SFVec2f(1, 1).MulPointByProjMatrix(&m);
+    EXPECT_EQ(p.x, (1 + 2 + 3) / 2.0);
+    EXPECT_EQ(p.y, (4 + 5 + 6) / 2.0);
+    C3Matrix flat(1, 4, 0, 2, 5, 0, 3, 6, 0);
+    const SFVec2f q = SFVec2f(1, 1).MulPointByProjMatrix(&flat);
+    EXPECT_EQ(q.x, 6.0);
+    EXPECT_EQ(q.y, 15.0);
+}

@@ -5,6 +5,7 @@
 #include "zqexport.h"
 #include "zqplatform.h"
 
+class C3Matrix;
 class SFVec3f;
 
 /// A 2D point or vector in double precision: screen and image coordinates, texture sizes and
@@ -103,6 +104,8 @@ public:
     /// In place: the cosine and sine of the elevation of a point at horizontal distance
     /// Length() and fixed height 100.
     void EulerAngle();
+    /// (x, y, 1) times the rows of m: (u / w, v / w), or (u, v) when w is exactly 0.0.
+    SFVec2f MulPointByProjMatrix(C3Matrix* m) const;
 
     double x;
     double y;

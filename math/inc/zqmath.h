@@ -6,7 +6,13 @@
 #include "zqexport.h"
 #include "zqplatform.h"
 
+#include "c3curve.h"
+#include "c3line.h"
+#include "c3matrix.h"
+#include "cquat.h"
 #include "mathdll.h"
+#include "meshvector.h"
+#include "sfmatrix.h"
 #include "sfvec2f.h"
 #include "sfvec3f.h"
 #include "sfvec4f.h"
