@@ -9,6 +9,7 @@
 #include "c3curve.h"
 #include "c3line.h"
 #include "c3matrix.h"
+#include "c3rregion.h"
 #include "cquat.h"
 #include "mathdll.h"
 #include "meshvector.h"
