@@ -83,7 +83,8 @@ C2Subdivision& C2Subdivision::operator=(const C2Subdivision& s) {
 }
 
 int C2Subdivision::AddEdge(C2QuadEdge* q) {
-    return static_cast<int>(m_store->Append(q));
+    // A null entry could not be told from a removed one: it is not appended.
+    return static_cast<int>(q != nullptr ? m_store->Append(q) : m_store->Count());
 }
 
 short C2Subdivision::NumEdges() const {

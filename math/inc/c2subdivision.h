@@ -36,7 +36,7 @@ public:
     C2Subdivision& operator=(const C2Subdivision& s);
 
     /// Appends q to the edge list, which then owns it (a record made with new); returns the
-    /// number of records.
+    /// number of records. A null q is not appended.
     int AddEdge(C2QuadEdge* q);
     /// The number of records, truncated to 16 bits as callers have always received it.
     short NumEdges() const;
