@@ -3,6 +3,7 @@
 
 #include "c2rect.h"
 #include "c2subdivision.h"
+#include "delaunay/edgelinks.h"
 #include "sfvec3f.h"
 
 #include <cmath>
@@ -12,12 +13,7 @@ namespace {
 /// Closer than this to an end point or to the line, a point is on the edge.
 constexpr double kOnEdgeDistance = 1e-6;
 
-using Step = C2Edge* (C2Edge::*)() const;
-
-/// step applied to e; null stays null (a stand-alone edge has no siblings).
-C2Edge* Then(C2Edge* e, Step step) {
-    return e != nullptr ? (e->*step)() : nullptr;
-}
+using zq::detail::EdgeLinks;
 
 } // namespace
 
@@ -29,24 +25,20 @@ C2Edge::C2Edge()
 
 C2Edge::C2Edge(const C2Edge& e) = default;
 
-C2Edge* C2Edge::Sibling(int k) const {
-    if (m_index < 0 || m_index > 3) {
-        return nullptr;
-    }
-    // The four edges of a record are contiguous: step back to edge 0, then forward.
-    return const_cast<C2Edge*>(this) - m_index + ((m_index + k) & 3);
+bool C2Edge::InRecord() const {
+    return m_index >= 0 && m_index <= 3;
 }
 
 C2Edge* C2Edge::Rot() const {
-    return Sibling(1);
+    return InRecord() ? EdgeLinks::Rot(this) : nullptr;
 }
 
 C2Edge* C2Edge::invRot() const {
-    return Sibling(3);
+    return InRecord() ? EdgeLinks::InvRot(this) : nullptr;
 }
 
 C2Edge* C2Edge::Sym() const {
-    return Sibling(2);
+    return InRecord() ? EdgeLinks::Sym(this) : nullptr;
 }
 
 C2Edge* C2Edge::Onext() const {
@@ -54,31 +46,31 @@ C2Edge* C2Edge::Onext() const {
 }
 
 C2Edge* C2Edge::Oprev() const {
-    return Then(Then(Rot(), &C2Edge::Onext), &C2Edge::Rot);
+    return InRecord() ? EdgeLinks::Oprev(this) : nullptr;
 }
 
 C2Edge* C2Edge::Dnext() const {
-    return Then(Then(Sym(), &C2Edge::Onext), &C2Edge::Sym);
+    return InRecord() ? EdgeLinks::Dnext(this) : nullptr;
 }
 
 C2Edge* C2Edge::Dprev() const {
-    return Then(Then(invRot(), &C2Edge::Onext), &C2Edge::invRot);
+    return InRecord() ? EdgeLinks::Dprev(this) : nullptr;
 }
 
 C2Edge* C2Edge::Lnext() const {
-    return Then(Then(invRot(), &C2Edge::Onext), &C2Edge::Rot);
+    return InRecord() ? EdgeLinks::Lnext(this) : nullptr;
 }
 
 C2Edge* C2Edge::Lprev() const {
-    return Then(Onext(), &C2Edge::Sym);
+    return InRecord() ? EdgeLinks::Lprev(this) : nullptr;
 }
 
 C2Edge* C2Edge::Rnext() const {
-    return Then(Then(Rot(), &C2Edge::Onext), &C2Edge::invRot);
+    return InRecord() ? EdgeLinks::Rnext(this) : nullptr;
 }
 
 C2Edge* C2Edge::Rprev() const {
-    return Then(Sym(), &C2Edge::Onext);
+    return InRecord() ? EdgeLinks::Rprev(this) : nullptr;
 }
 
 SFVec3f* C2Edge::Org() const {
@@ -106,12 +98,8 @@ void C2Edge::EndPoints(SFVec3f* org, SFVec3f* dest) {
 }
 
 C2QuadEdge* C2Edge::Qedge() const {
-    C2Edge* first = Sibling(-m_index);
-    if (first == nullptr) {
-        return nullptr;
-    }
     // Edge 0 is the record's first member: the record starts where it does.
-    return reinterpret_cast<C2QuadEdge*>(first);
+    return InRecord() ? reinterpret_cast<C2QuadEdge*>(EdgeLinks::Sibling(this, -m_index)) : nullptr;
 }
 
 void C2Edge::AddRef() {
@@ -136,8 +124,8 @@ void C2Edge::SetBoundaryEdge(bool boundary) {
 }
 
 void C2Edge::Splice(C2Edge* a, C2Edge* b) {
-    C2Edge* alpha = a->Onext()->Rot();
-    C2Edge* beta = b->Onext()->Rot();
+    C2Edge* alpha = EdgeLinks::Rot(a->m_next);
+    C2Edge* beta = EdgeLinks::Rot(b->m_next);
     C2Edge* aNext = a->m_next;
     C2Edge* alphaNext = alpha->m_next;
     a->m_next = b->m_next;
@@ -177,7 +165,7 @@ void C2Edge::Swap(C2Edge* e) {
 }
 
 int C2Edge::RightOf(const SFVec2f& x, C2Edge* e) {
-    return SFVec2f::ccw(x, e->Dest2d(), e->Org2d());
+    return EdgeLinks::RightOf(x, e);
 }
 
 int C2Edge::LeftOf(const SFVec2f& x, C2Edge* e) {

@@ -1,6 +1,7 @@
 // C2Subdivision: incremental Delaunay triangulation of height samples in the x-z plane.
 #include "c2subdivision.h"
 
+#include "delaunay/edgelinks.h"
 #include "delaunay/edgestore.h"
 
 #include <algorithm>
@@ -10,6 +11,8 @@
 
 namespace {
 
+using zq::detail::EdgeLinks;
+
 /// Closer than this in x-z, a sample is the vertex it would duplicate.
 constexpr double kSameSiteDistance = 1e-5;
 /// The longest walk of Locate.
@@ -17,8 +20,8 @@ constexpr int kMaxLocateSteps = 50000;
 
 /// True when x is within kSameSiteDistance of either end of e.
 bool NearAnEnd(const SFVec2f& x, const C2Edge* e) {
-    return x.DistanceTo(e->Org2d()) < kSameSiteDistance ||
-           x.DistanceTo(e->Dest2d()) < kSameSiteDistance;
+    return x.DistanceTo(EdgeLinks::Org2d(e)) < kSameSiteDistance ||
+           x.DistanceTo(EdgeLinks::Dest2d(e)) < kSameSiteDistance;
 }
 
 /// True for the unbounded face of the bare enclosing triangle: its three corners (vertices 0,
@@ -170,12 +173,12 @@ C2Edge* C2Subdivision::Locate(const SFVec2f& x) const {
         if (NearAnEnd(x, e)) {
             return e;
         }
-        if (C2Edge::RightOf(x, e)) {
-            e = e->Sym();
-        } else if (!C2Edge::RightOf(x, e->Onext())) {
-            e = e->Onext();
-        } else if (!C2Edge::RightOf(x, e->Dprev())) {
-            e = e->Dprev();
+        if (EdgeLinks::RightOf(x, e)) {
+            e = EdgeLinks::Sym(e);
+        } else if (!EdgeLinks::RightOf(x, EdgeLinks::Onext(e))) {
+            e = EdgeLinks::Onext(e);
+        } else if (!EdgeLinks::RightOf(x, EdgeLinks::Dprev(e))) {
+            e = EdgeLinks::Dprev(e);
         } else {
             return e;
         }
@@ -192,8 +195,8 @@ void C2Subdivision::InsertSite(const SFVec3f& p, short&) {
     }
     if (C2Edge::OnEdge(x, e)) {
         // The edge under x goes, leaving a quadrilateral around it.
-        e = e->Oprev();
-        C2Edge::DeleteEdge(e->Onext(), &C2Edge::sfSubdivision);
+        e = EdgeLinks::Oprev(e);
+        C2Edge::DeleteEdge(EdgeLinks::Onext(e), &C2Edge::sfSubdivision);
     }
     C2Edge::sfSubdivision = this;
     C2Edge* base = C2QuadEdge::MakeEdge(nullptr, &C2Edge::sfSubdivision);
@@ -201,19 +204,19 @@ void C2Subdivision::InsertSite(const SFVec3f& p, short&) {
     C2Edge::Splice(base, e);
     m_startingEdge = base;
     do {
-        base = C2Edge::Connect(e, base->Sym());
-        e = base->Oprev();
-    } while (e->Lnext() != m_startingEdge);
+        base = C2Edge::Connect(e, EdgeLinks::Sym(base));
+        e = EdgeLinks::Oprev(base);
+    } while (EdgeLinks::Lnext(e) != m_startingEdge);
     for (;;) {
-        C2Edge* t = e->Oprev();
-        if (C2Edge::RightOf(t->Dest2d(), e) &&
-            SFVec2f::InCircle(e->Org2d(), t->Dest2d(), e->Dest2d(), x)) {
+        const SFVec2f apex = EdgeLinks::Dest2d(EdgeLinks::Oprev(e));
+        if (EdgeLinks::RightOf(apex, e) &&
+            SFVec2f::InCircle(EdgeLinks::Org2d(e), apex, EdgeLinks::Dest2d(e), x)) {
             C2Edge::Swap(e);
-            e = e->Oprev();
-        } else if (e->Onext() == m_startingEdge) {
+            e = EdgeLinks::Oprev(e);
+        } else if (EdgeLinks::Onext(e) == m_startingEdge) {
             return;
         } else {
-            e = e->Onext()->Lprev();
+            e = EdgeLinks::Lprev(EdgeLinks::Onext(e));
         }
     }
 }

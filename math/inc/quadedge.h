@@ -15,6 +15,7 @@ class SFVec3f;
 
 namespace zq::detail {
 class EdgeStore;
+struct EdgeLinks;
 } // namespace zq::detail
 
 /// One directed edge of a quad-edge record: its Onext link, its origin vertex and two marks.
@@ -95,9 +96,10 @@ public:
 private:
     friend class C2QuadEdge;
     friend class C2Subdivision;
+    friend struct zq::detail::EdgeLinks;
 
-    /// The edge k places after this one in its record, or null outside a record.
-    C2Edge* Sibling(int k) const;
+    /// True for an edge inside a record (index 0..3), the only kind that can be navigated.
+    bool InRecord() const;
 
     std::uint16_t m_refCount;
     std::uint16_t m_mark;
