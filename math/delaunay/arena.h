@@ -1,0 +1,65 @@
+// arena.h: a pool of objects with stable addresses, allocated in chunks. Not installed.
+#ifndef ZQMATH_ARENA_H
+#define ZQMATH_ARENA_H
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <new>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace zq::detail {
+
+/// Objects of one trivially destructible type, carved from chunks that double in size up to a
+/// limit: no heap call per object, and an object never moves. Released objects are reused;
+/// the memory goes back to the heap when the arena is destroyed.
+template <class T>
+class Arena {
+    static_assert(std::is_trivially_destructible_v<T>, "the arena never runs destructors");
+
+public:
+    Arena() = default;
+    Arena(const Arena&) = delete;
+    Arena& operator=(const Arena&) = delete;
+
+    /// A new object built from args, in a released slot if there is one.
+    template <class... Args>
+    T* Create(Args&&... args) {
+        return new (Take()) T(std::forward<Args>(args)...);
+    }
+    /// Gives the slot of p back for reuse; p must come from this arena.
+    void Release(T* p) { m_free.push_back(p); }
+
+private:
+    struct alignas(T) Slot {
+        unsigned char bytes[sizeof(T)];
+    };
+    static constexpr std::size_t kFirstChunk = 64;
+    static constexpr std::size_t kLargestChunk = std::size_t(1) << 16;
+
+    /// Raw room for one object.
+    void* Take() {
+        if (!m_free.empty()) {
+            T* p = m_free.back();
+            m_free.pop_back();
+            return p;
+        }
+        if (m_used == m_capacity) {
+            m_capacity = m_chunks.empty() ? kFirstChunk : std::min(2 * m_capacity, kLargestChunk);
+            m_chunks.emplace_back(new Slot[m_capacity]);
+            m_used = 0;
+        }
+        return &m_chunks.back()[m_used++];
+    }
+
+    std::vector<std::unique_ptr<Slot[]>> m_chunks;
+    std::size_t m_used = 0;
+    std::size_t m_capacity = 0;
+    std::vector<T*> m_free;
+};
+
+} // namespace zq::detail
+
+#endif

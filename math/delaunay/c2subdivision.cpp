@@ -1,0 +1,233 @@
+// C2Subdivision: incremental Delaunay triangulation of height samples in the x-z plane.
+#include "c2subdivision.h"
+
+#include "delaunay/edgelinks.h"
+#include "delaunay/edgestore.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <functional>
+#include <unordered_map>
+
+namespace {
+
+using zq::detail::EdgeLinks;
+
+/// Closer than this in x-z, a sample is the vertex it would duplicate.
+constexpr double kSameSiteDistance = 1e-5;
+/// The longest walk of Locate.
+constexpr int kMaxLocateSteps = 50000;
+
+/// True when x is within kSameSiteDistance of either end of e.
+bool NearAnEnd(const SFVec2f& x, const C2Edge* e) {
+    return x.DistanceTo(EdgeLinks::Org2d(e)) < kSameSiteDistance ||
+           x.DistanceTo(EdgeLinks::Dest2d(e)) < kSameSiteDistance;
+}
+
+/// True for the unbounded face of the bare enclosing triangle: its three corners (vertices 0,
+/// 1, 2, counter-clockwise) met in clockwise order.
+bool IsOuterFace(const std::array<std::size_t, 3>& t) {
+    return t[0] < 3 && t[1] < 3 && t[2] < 3 && t[1] == (t[0] + 2) % 3;
+}
+
+} // namespace
+
+C2Subdivision::C2Subdivision(std::vector<SFVec3f>* points, const SFVec3f& a, const SFVec3f& b,
+                             const SFVec3f& c)
+    : m_store(std::make_shared<zq::detail::EdgeStore>()), m_startingEdge(nullptr), m_cornerA(a),
+      m_cornerB(b), m_cornerC(c) {
+    SFVec3f* pa = NewVertex(a);
+    SFVec3f* pb = NewVertex(b);
+    SFVec3f* pc = NewVertex(c);
+    C2Edge::sfSubdivision = this;
+    C2Edge* ea = C2QuadEdge::MakeEdge(nullptr, &C2Edge::sfSubdivision);
+    ea->EndPoints(pa, pb);
+    ea->SetBoundaryEdge(true);
+    C2Edge* eb = C2QuadEdge::MakeEdge(nullptr, &C2Edge::sfSubdivision);
+    C2Edge::Splice(ea->Sym(), eb);
+    eb->EndPoints(pb, pc);
+    eb->SetBoundaryEdge(true);
+    C2Edge* ec = C2QuadEdge::MakeEdge(nullptr, &C2Edge::sfSubdivision);
+    C2Edge::Splice(eb->Sym(), ec);
+    ec->EndPoints(pc, pa);
+    ec->SetBoundaryEdge(true);
+    C2Edge::Splice(ec->Sym(), ea);
+    m_startingEdge = ea;
+    if (points == nullptr) {
+        return;
+    }
+    for (const SFVec3f& p : *points) {
+        short unused = 0;
+        InsertSite(p, unused);
+    }
+}
+
+C2Subdivision::C2Subdivision(const C2Subdivision& s)
+    : m_store(s.m_store), m_startingEdge(s.m_startingEdge), m_cornerA(s.m_cornerA),
+      m_cornerB(s.m_cornerB), m_cornerC(s.m_cornerC), m_vertices(s.m_vertices) {}
+
+C2Subdivision::~C2Subdivision() {
+    // Nothing may keep pointing here: Connect would register records into a dead subdivision.
+    if (C2Edge::sfSubdivision == this) {
+        C2Edge::sfSubdivision = nullptr;
+    }
+}
+
+C2Subdivision& C2Subdivision::operator=(const C2Subdivision& s) {
+    m_store = s.m_store;
+    m_startingEdge = s.m_startingEdge;
+    m_cornerA = s.m_cornerA;
+    m_cornerB = s.m_cornerB;
+    m_cornerC = s.m_cornerC;
+    if (this != &s) {
+        m_vertices = s.m_vertices;
+    }
+    return *this;
+}
+
+int C2Subdivision::AddEdge(C2QuadEdge* q) {
+    // A null entry could not be told from a removed one: it is not appended.
+    return static_cast<int>(q != nullptr ? m_store->Append(q) : m_store->Count());
+}
+
+short C2Subdivision::NumEdges() const {
+    // The count wraps at 16 bits, as the original's short did.
+    return static_cast<short>(static_cast<std::uint16_t>(GetEdgeCount()));
+}
+
+C2QuadEdge* C2Subdivision::GetEdge(short i) const {
+    return i < 0 ? nullptr : GetEdgeAt(static_cast<std::size_t>(i));
+}
+
+void C2Subdivision::DeleteEdge(C2QuadEdge* q) {
+    if (q != nullptr) {
+        m_store->Remove(q);
+    }
+}
+
+std::size_t C2Subdivision::GetEdgeCount() const {
+    return m_store->Count();
+}
+
+C2QuadEdge* C2Subdivision::GetEdgeAt(std::size_t i) const {
+    return m_store->At(i);
+}
+
+std::size_t C2Subdivision::GetVertexCount() const {
+    return m_vertices.size();
+}
+
+SFVec3f* C2Subdivision::GetVertex(std::size_t i) const {
+    return i < m_vertices.size() ? m_vertices[i] : nullptr;
+}
+
+std::vector<std::array<std::size_t, 3>> C2Subdivision::GetTriangles(bool includeCorners) const {
+    std::unordered_map<const SFVec3f*, std::size_t> indexOf(m_vertices.size());
+    for (std::size_t i = 0; i < m_vertices.size(); ++i) {
+        indexOf.emplace(m_vertices[i], i);
+    }
+    const std::less<const C2Edge*> before{};
+    std::vector<std::array<std::size_t, 3>> triangles;
+    for (std::size_t r = 0; r < GetEdgeCount(); ++r) {
+        C2QuadEdge& q = *GetEdgeAt(r);
+        for (C2Edge* e : {&q[0], &q[2]}) {
+            // A face is a triangle when three Lnext steps come back; it is reported once, from
+            // its first edge in memory.
+            const std::array<C2Edge*, 3> side = {e, e->Lnext(), e->Lnext()->Lnext()};
+            if (side[2]->Lnext() != e || before(side[1], e) || before(side[2], e)) {
+                continue;
+            }
+            std::array<std::size_t, 3> t{};
+            bool known = true;
+            for (int k = 0; k < 3; ++k) {
+                const auto found = indexOf.find(side[k]->Org());
+                known = known && found != indexOf.end();
+                t[k] = known ? found->second : 0;
+            }
+            const bool hasCorner = t[0] < 3 || t[1] < 3 || t[2] < 3;
+            if (known && !IsOuterFace(t) && (includeCorners || !hasCorner)) {
+                triangles.push_back(t);
+            }
+        }
+    }
+    return triangles;
+}
+
+C2QuadEdge* C2Subdivision::NewRecord() {
+    return m_store->NewRecord();
+}
+
+SFVec3f* C2Subdivision::NewVertex(const SFVec3f& p) {
+    SFVec3f* copy = m_store->NewPoint(p);
+    m_vertices.push_back(copy);
+    return copy;
+}
+
+void C2Subdivision::DeleteEdgeList() {
+    m_store->DestroyAll();
+}
+
+C2Edge* C2Subdivision::Locate(const SFVec2f& x) const {
+    C2Edge* e = m_startingEdge;
+    for (int step = 0; step < kMaxLocateSteps; ++step) {
+        if (NearAnEnd(x, e)) {
+            return e;
+        }
+        if (EdgeLinks::RightOf(x, e)) {
+            e = EdgeLinks::Sym(e);
+        } else if (!EdgeLinks::RightOf(x, EdgeLinks::Onext(e))) {
+            e = EdgeLinks::Onext(e);
+        } else if (!EdgeLinks::RightOf(x, EdgeLinks::Dprev(e))) {
+            e = EdgeLinks::Dprev(e);
+        } else {
+            return e;
+        }
+    }
+    // A walk that does not end drops the site without a word: callers rely on the silence.
+    return nullptr;
+}
+
+void C2Subdivision::InsertSite(const SFVec3f& p, short&) {
+    const SFVec2f x = p.XZ();
+    C2Edge* e = Locate(x);
+    if (e == nullptr || NearAnEnd(x, e)) {
+        return;
+    }
+    if (C2Edge::OnEdge(x, e)) {
+        // The edge under x goes, leaving a quadrilateral around it.
+        e = EdgeLinks::Oprev(e);
+        C2Edge::DeleteEdge(EdgeLinks::Onext(e), &C2Edge::sfSubdivision);
+    }
+    C2Edge::sfSubdivision = this;
+    C2Edge* base = C2QuadEdge::MakeEdge(nullptr, &C2Edge::sfSubdivision);
+    base->EndPoints(e->Org(), NewVertex(p));
+    C2Edge::Splice(base, e);
+    m_startingEdge = base;
+    do {
+        base = C2Edge::Connect(e, EdgeLinks::Sym(base));
+        e = EdgeLinks::Oprev(base);
+    } while (EdgeLinks::Lnext(e) != m_startingEdge);
+    for (;;) {
+        const SFVec2f apex = EdgeLinks::Dest2d(EdgeLinks::Oprev(e));
+        if (EdgeLinks::RightOf(apex, e) &&
+            SFVec2f::InCircle(EdgeLinks::Org2d(e), apex, EdgeLinks::Dest2d(e), x)) {
+            C2Edge::Swap(e);
+            e = EdgeLinks::Oprev(e);
+        } else if (EdgeLinks::Onext(e) == m_startingEdge) {
+            return;
+        } else {
+            e = EdgeLinks::Lprev(EdgeLinks::Onext(e));
+        }
+    }
+}
+
+SFVec3f C2Subdivision::PointSolutionFor(SFVec2f p, double, double) const {
+    const std::vector<SFVec3f>& samples = m_store->Samples();
+    const SFVec3f key(p.x, 0.0, p.y);
+    const auto shorter = [](const SFVec3f& s, const SFVec3f& k) {
+        return s.Magnitude() < k.Magnitude();
+    };
+    const auto found = std::lower_bound(samples.begin(), samples.end(), key, shorter);
+    // With no sample at or after the key the original read past the list; zero instead.
+    return found != samples.end() ? *found : SFVec3f::kZero;
+}

@@ -1,0 +1,84 @@
+// EdgeStore: the shared records, edge list and points of a subdivision.
+#include "delaunay/edgestore.h"
+
+namespace zq::detail {
+
+EdgeStore::~EdgeStore() {
+    DestroyAll();
+}
+
+C2QuadEdge* EdgeStore::NewRecord() {
+    C2QuadEdge* q = m_records.Create();
+    q->m_owner = this;
+    Append(q);
+    return q;
+}
+
+std::size_t EdgeStore::Append(C2QuadEdge* q) {
+    q->m_position = m_list.size();
+    m_list.push_back(q);
+    return Count();
+}
+
+bool EdgeStore::Remove(C2QuadEdge* q) {
+    const std::size_t i = q->m_position;
+    if (i >= m_list.size() || m_list[i] != q) {
+        return false;
+    }
+    m_list[i] = nullptr;
+    ++m_holes;
+    Destroy(q);
+    return true;
+}
+
+void EdgeStore::DestroyAll() {
+    for (C2QuadEdge* q : m_list) {
+        if (q != nullptr) {
+            Destroy(q);
+        }
+    }
+    m_list.clear();
+    m_holes = 0;
+}
+
+std::size_t EdgeStore::Count() const {
+    return m_list.size() - m_holes;
+}
+
+C2QuadEdge* EdgeStore::At(std::size_t i) {
+    Compact();
+    return i < m_list.size() ? m_list[i] : nullptr;
+}
+
+SFVec3f* EdgeStore::NewPoint(const SFVec3f& p) {
+    return m_points.Create(p);
+}
+
+const std::vector<SFVec3f>& EdgeStore::Samples() const {
+    return m_samples;
+}
+
+void EdgeStore::Compact() {
+    if (m_holes == 0) {
+        return;
+    }
+    std::size_t kept = 0;
+    for (C2QuadEdge* q : m_list) {
+        if (q != nullptr) {
+            q->m_position = kept;
+            m_list[kept++] = q;
+        }
+    }
+    m_list.resize(kept);
+    m_holes = 0;
+}
+
+void EdgeStore::Destroy(C2QuadEdge* q) {
+    if (q->m_owner == this) {
+        m_records.Release(q);
+    } else if (q->m_owner == nullptr) {
+        delete q;
+    }
+}
+
+} // namespace zq::detail

@@ -1,0 +1,59 @@
+// edgestore.h: what the copies of one subdivision share. Not installed.
+#ifndef ZQMATH_EDGESTORE_H
+#define ZQMATH_EDGESTORE_H
+
+#include "delaunay/arena.h"
+#include "quadedge.h"
+#include "sfvec3f.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace zq::detail {
+
+/// The quad-edge records of a subdivision with their edge list in creation order, its vertex
+/// points and its sample list. Removing a record leaves a hole in the list, found through the
+/// record's own position; the list closes its holes in one pass before it is next read by index.
+class EdgeStore {
+public:
+    EdgeStore() = default;
+    EdgeStore(const EdgeStore&) = delete;
+    EdgeStore& operator=(const EdgeStore&) = delete;
+    /// Destroys every record of the list; the arenas free the rest.
+    ~EdgeStore();
+
+    /// A new record from the arena, appended to the list.
+    C2QuadEdge* NewRecord();
+    /// Appends q and returns the number of records in the list.
+    std::size_t Append(C2QuadEdge* q);
+    /// Removes q from the list and destroys it; false (and nothing done) when the list lacks q.
+    bool Remove(C2QuadEdge* q);
+    /// Destroys every record of the list in order and empties it.
+    void DestroyAll();
+    /// The number of records in the list.
+    std::size_t Count() const;
+    /// Record i in list order, or null when i is out of range.
+    C2QuadEdge* At(std::size_t i);
+
+    /// A copy of p that never moves.
+    SFVec3f* NewPoint(const SFVec3f& p);
+    /// The samples, ordered by vector length; nothing fills them.
+    const std::vector<SFVec3f>& Samples() const;
+
+private:
+    /// Closes the holes, keeping the order, and renumbers the records.
+    void Compact();
+    /// Frees q as it was allocated: into the arena, with delete, or not at all when another
+    /// store's arena holds it.
+    void Destroy(C2QuadEdge* q);
+
+    Arena<C2QuadEdge> m_records;
+    Arena<SFVec3f> m_points;
+    std::vector<C2QuadEdge*> m_list;
+    std::size_t m_holes = 0;
+    std::vector<SFVec3f> m_samples;
+};
+
+} // namespace zq::detail
+
+#endif

@@ -1,0 +1,242 @@
+// The Delaunay subdivision: counts, exact record order, an independent empty-circumcircle
+// oracle, vertex bookkeeping, shallow copies and large inputs.
+#include "c2subdivision.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <memory>
+#include <random>
+#include <set>
+#include <utility>
+#include <vector>
+
+namespace {
+
+// Counter-clockwise in x-z.
+const SFVec3f kA(-10.0, 0.0, -10.0);
+const SFVec3f kB(10.0, 0.0, -10.0);
+const SFVec3f kC(0.0, 0.0, 10.0);
+
+using Triangle = std::array<std::size_t, 3>;
+
+/// The samples triangulated in the triangle kA, kB, kC scaled by scale.
+C2Subdivision Build(std::vector<SFVec3f> points, double scale = 1.0) {
+    return C2Subdivision(&points, kA * scale, kB * scale, kC * scale);
+}
+
+/// Origin and destination of record i's primal edge, as vertex indices.
+std::pair<std::size_t, std::size_t> Ends(const C2Subdivision& s, std::size_t i) {
+    C2Edge& e = (*s.GetEdgeAt(i))[0];
+    std::size_t org = s.GetVertexCount(), dest = org;
+    for (std::size_t v = 0; v < s.GetVertexCount(); ++v) {
+        org = s.GetVertex(v) == e.Org() ? v : org;
+        dest = s.GetVertex(v) == e.Dest() ? v : dest;
+    }
+    return {org, dest};
+}
+
+struct P {
+    long double x, z;
+};
+
+P At(const C2Subdivision& s, std::size_t v) {
+    return {s.GetVertex(v)->x, s.GetVertex(v)->z};
+}
+
+/// Twice the signed area of a, b, c in long double.
+long double Area(P a, P b, P c) {
+    return (b.x - a.x) * (c.z - a.z) - (b.z - a.z) * (c.x - a.x);
+}
+
+/// The oracle: every triangle is counter-clockwise, the triangles tile the enclosing triangle,
+/// their number is Euler's, and no vertex lies inside a triangle's circumcircle beyond the
+/// round-off of the determinant (long double, relative to its permanent).
+void ExpectDelaunay(const C2Subdivision& s) {
+    const std::vector<Triangle> triangles = s.GetTriangles(true);
+    const std::size_t n = s.GetVertexCount();
+    ASSERT_EQ(triangles.size(), 2 * n - 5);
+    EXPECT_EQ(s.GetEdgeCount(), 3 * n - 6);
+    long double total = 0;
+    for (const Triangle& t : triangles) {
+        const P a = At(s, t[0]), b = At(s, t[1]), c = At(s, t[2]);
+        const long double area = Area(a, b, c);
+        ASSERT_GT(area, 0) << t[0] << ' ' << t[1] << ' ' << t[2];
+        total += area;
+        for (std::size_t v = 0; v < n; ++v) {
+            const P d = At(s, v);
+            const long double ax = a.x - d.x, az = a.z - d.z, bx = b.x - d.x, bz = b.z - d.z;
+            const long double cx = c.x - d.x, cz = c.z - d.z;
+            const long double la = ax * ax + az * az, lb = bx * bx + bz * bz;
+            const long double lc = cx * cx + cz * cz;
+            const long double det =
+                la * (bx * cz - cx * bz) + lb * (cx * az - ax * cz) + lc * (ax * bz - bx * az);
+            const long double permanent = la * (std::fabs(bx * cz) + std::fabs(cx * bz)) +
+                                          lb * (std::fabs(cx * az) + std::fabs(ax * cz)) +
+                                          lc * (std::fabs(ax * bz) + std::fabs(bx * az));
+            ASSERT_LE(det, 1e-12L * permanent) << "vertex " << v << " in a circumcircle";
+        }
+    }
+    const long double outer = Area(At(s, 0), At(s, 1), At(s, 2));
+    EXPECT_NEAR(static_cast<double>(total / outer), 1.0, 1e-12);
+}
+
+std::vector<SFVec3f> RandomSamples(std::size_t n, unsigned seed) {
+    std::mt19937 random(seed);
+    std::uniform_real_distribution<double> unit(-5.0, 5.0);
+    std::vector<SFVec3f> points;
+    for (std::size_t i = 0; i < n; ++i) {
+        const double x = unit(random), z = unit(random);
+        points.emplace_back(x, unit(random), z);
+    }
+    return points;
+}
+
+/// A side x side grid of unit spacing centred on the origin, its height the sample's number;
+/// raster order, or every step-th row and column first, halving the step down to 1.
+std::vector<SFVec3f> Grid(int side, bool coarseToFine) {
+    std::vector<SFVec3f> points;
+    std::set<std::pair<int, int>> placed;
+    for (int step = coarseToFine ? 8 : 1; step >= 1; step /= 2) {
+        for (int r = 0; r < side; r += step) {
+            for (int c = 0; c < side; c += step) {
+                if (placed.insert({r, c}).second) {
+                    points.emplace_back(c - side / 2.0, points.size(), r - side / 2.0);
+                }
+            }
+        }
+    }
+    return points;
+}
+
+} // namespace
+
+TEST(SubdivisionCounts, PlainDuplicateAndOnEdgeInsertions) {
+    EXPECT_EQ(Build({}).NumEdges(), 3);
+    EXPECT_EQ(Build({{0, 0, 0}}).NumEdges(), 6);
+    // A second site inside a new triangle adds three; swaps keep the count.
+    EXPECT_EQ(Build({{0, 0, 0}, {1, 0, -8}}).NumEdges(), 9);
+    // Within 1e-5 in x-z of a corner or an earlier site: dropped whatever its height.
+    const C2Subdivision dup = Build({{0, 1, 0}, {0, 2, 5e-6}, {-10 + 4e-6, 0, -10}});
+    EXPECT_EQ(dup.NumEdges(), 6);
+    EXPECT_EQ(dup.GetVertexCount(), 4u);
+    EXPECT_EQ(dup.GetVertex(3)->y, 1.0);
+    // A site on an edge removes it and adds four: three more in all.
+    EXPECT_EQ(Build({{0, 0, -5}, {-5, 0, -7.5}}).NumEdges(), 9);
+    EXPECT_EQ(Build({{0, 0, -5}, {-5, 0, -7.5 + 5e-7}}).NumEdges(), 9);
+}
+
+TEST(SubdivisionOrder, RecordsInCreationOrderWithTheirEnds) {
+    C2Subdivision s = Build({{0, 0, -5}});
+    const std::vector<std::pair<std::size_t, std::size_t>> ends = {{0, 1}, {1, 2}, {2, 0},
+                                                                   {0, 3}, {1, 3}, {2, 3}};
+    for (std::size_t i = 0; i < ends.size(); ++i) {
+        EXPECT_EQ(Ends(s, i), ends[i]) << i;
+    }
+    // Only the primal edges of the outer records are marked, and Connect passes the mark on to
+    // the interior edges made from a marked edge.
+    for (std::size_t i = 0; i < 6; ++i) {
+        EXPECT_EQ((*s.GetEdgeAt(i))[0].IsBoundaryEdge(), i != 3) << i;
+        EXPECT_FALSE((*s.GetEdgeAt(i))[2].IsBoundaryEdge()) << i;
+    }
+}
+
+TEST(SubdivisionOrder, OnEdgeSiteReplacesEdgeAndKeepsOrder) {
+    // (-5, -7.5) lies on the edge from corner a to the first site: that record goes, the others
+    // keep their order and four new records follow.
+    C2Subdivision s = Build({{0, 0, -5}, {-5, 0, -7.5}});
+    ASSERT_EQ(s.GetEdgeCount(), 9u);
+    const std::vector<std::pair<std::size_t, std::size_t>> kept = {
+        {0, 1}, {1, 2}, {2, 0}, {1, 3}, {2, 3}};
+    for (std::size_t i = 0; i < kept.size(); ++i) {
+        EXPECT_EQ(Ends(s, i), kept[i]) << i;
+    }
+    for (std::size_t i = 0; i < 9; ++i) {
+        EXPECT_NE(Ends(s, i), std::make_pair(std::size_t(0), std::size_t(3))) << i;
+    }
+    ExpectDelaunay(s);
+}
+
+TEST(SubdivisionOracle, RandomAndGridInputsAreDelaunay) {
+    ExpectDelaunay(Build(RandomSamples(600, 7u), 10.0));
+    ExpectDelaunay(Build(Grid(17, false), 10.0));
+    ExpectDelaunay(Build(Grid(17, true), 10.0));
+}
+
+TEST(SubdivisionVertices, EverySampleOnceWithItsOwnHeight) {
+    const std::vector<SFVec3f> points = RandomSamples(300, 11u);
+    const C2Subdivision s = Build(points, 10.0);
+    ASSERT_EQ(s.GetVertexCount(), points.size() + 3);
+    EXPECT_EQ(*s.GetVertex(0), kA * 10.0);
+    EXPECT_EQ(*s.GetVertex(2), kC * 10.0);
+    std::vector<int> uses(s.GetVertexCount());
+    for (const Triangle& t : s.GetTriangles(false)) {
+        for (std::size_t v : t) {
+            ASSERT_GE(v, 3u);
+            ++uses[v];
+        }
+    }
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        EXPECT_EQ(*s.GetVertex(i + 3), points[i]);
+        EXPECT_NE(s.GetVertex(i + 3), &points[i]);
+        EXPECT_GT(uses[i + 3], 0) << i;
+    }
+    EXPECT_EQ(s.GetVertex(s.GetVertexCount()), nullptr);
+    EXPECT_EQ(s.GetEdgeAt(s.GetEdgeCount()), nullptr);
+}
+
+TEST(SubdivisionCopies, ShareRecordsListAndPoints) {
+    C2Subdivision s = Build(RandomSamples(20, 3u), 10.0);
+    const C2Subdivision copy(s);
+    C2Subdivision assigned = Build({});
+    assigned = s;
+    EXPECT_EQ(copy.GetEdgeAt(5), s.GetEdgeAt(5));
+    EXPECT_EQ(assigned.GetVertex(7), s.GetVertex(7));
+    // A removal through one is seen by all, in order.
+    C2QuadEdge* sixth = s.GetEdgeAt(6);
+    C2QuadEdge* fifth = s.GetEdgeAt(5);
+    const std::size_t n = s.GetEdgeCount();
+    assigned.DeleteEdge(fifth);
+    EXPECT_EQ(copy.GetEdgeCount(), n - 1);
+    EXPECT_EQ(s.GetEdgeAt(5), sixth);
+}
+
+TEST(SubdivisionEdgeList, AddAndDeleteKeepOrderAndOwnership) {
+    C2Subdivision s = Build({{0, 0, 0}});
+    C2QuadEdge* third = s.GetEdge(3);
+    EXPECT_EQ(s.AddEdge(new C2QuadEdge()), 7);
+    C2QuadEdge stranger;
+    s.DeleteEdge(&stranger); // not in the list: nothing happens
+    EXPECT_EQ(s.NumEdges(), 7);
+    s.DeleteEdge(s.GetEdge(2));
+    EXPECT_EQ(s.GetEdge(2), third);
+    s.DeleteEdge(s.GetEdge(5)); // the added record: destroyed with delete
+    C2Subdivision* slot = &s;
+    C2Edge* e = C2QuadEdge::MakeEdge(nullptr, &slot);
+    EXPECT_EQ(s.GetEdge(5), e->Qedge());
+    EXPECT_EQ(s.GetEdge(-1), nullptr);
+}
+
+TEST(SubdivisionLifetime, DestructorForgetsTheRememberedSubdivision) {
+    auto s = std::make_unique<C2Subdivision>(nullptr, kA, kB, kC);
+    s.reset();
+    // Connect now registers nowhere: the record is the caller's (under ASan a dangling
+    // subdivision would be a use after free).
+    C2Subdivision* none = nullptr;
+    C2Edge* a = C2QuadEdge::MakeEdge(nullptr, &none);
+    C2Edge* b = C2QuadEdge::MakeEdge(nullptr, &none);
+    C2Edge* e = C2Edge::Connect(a, b);
+    for (C2Edge* x : {a, b, e}) {
+        delete x->Qedge();
+    }
+}
+
+TEST(SubdivisionLarge, MoreThan32767SitesAndEdges) {
+    const C2Subdivision s = Build(Grid(190, false), 40.0); // 36100 sites, 108k records
+    const std::size_t n = 36100 + 3;
+    ASSERT_EQ(s.GetVertexCount(), n);
+    EXPECT_EQ(s.GetEdgeCount(), 3 * n - 6);
+    EXPECT_EQ(s.NumEdges(), static_cast<short>((3 * n - 6) & 0xFFFF));
+    EXPECT_EQ(s.GetTriangles(true).size(), 2 * n - 5);
+    EXPECT_EQ(s.GetEdge(100), s.GetEdgeAt(100));
+}
