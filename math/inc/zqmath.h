@@ -6,6 +6,8 @@
 #include "zqexport.h"
 #include "zqplatform.h"
 
+#include "c2rect.h"
+#include "c2subdivision.h"
 #include "c3curve.h"
 #include "c3line.h"
 #include "c3matrix.h"
@@ -13,6 +15,7 @@
 #include "cquat.h"
 #include "mathdll.h"
 #include "meshvector.h"
+#include "quadedge.h"
 #include "sfmatrix.h"
 #include "sfvec2f.h"
 #include "sfvec3f.h"
