@@ -60,12 +60,8 @@ TEST(SFVec2fPredicates, RoundedSignsAreThoseOfTheLiteralFormula) {
 }
 
 TEST(SFVec2fPredicates, InCircleAgreesWithExactDeterminant) {
-    const SFVec2f a(0.0, 0.0), b(1.0, 0.0), c(0.0, 1.0);
-    EXPECT_EQ(SFVec2f::InCircle(a, b, c, SFVec2f(0.5, 0.5)), 1);
-    EXPECT_EQ(SFVec2f::InCircle(a, b, c, SFVec2f(1.0, 1.0)), 0); // on the circle
-    EXPECT_EQ(SFVec2f::InCircle(a, b, c, SFVec2f(2.0, 2.0)), 0);
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    EXPECT_EQ(SFVec2f::InCircle(a, b, c, SFVec2f(nan, 0.5)), 0);
+    EXPECT_EQ(SFVec2f::InCircle({0.0, 0.0}, {1.0, 0.0}, {0.0, 1.0}, {nan, 0.5}), 0);
 
     // Small integer coordinates keep every product exact, so the signs must match exactly,
     // on-circle cases (grid points of one circle) included.
@@ -90,8 +86,6 @@ TEST(SFVec2fPredicates, InCircleAgreesWithExactDeterminant) {
 }
 
 TEST(SFVec2fEquality, ToleranceOfOneHundredThousandthStrict) {
-    EXPECT_TRUE(SFVec2f(1.0, 2.0) == SFVec2f(1.000001, 2.0));
-    EXPECT_FALSE(SFVec2f(1.0, 2.0) == SFVec2f(1.0001, 2.0));
     EXPECT_FALSE(SFVec2f(0.0, 0.0) == SFVec2f(1e-5, 0.0)); // exactly the tolerance: unequal
     EXPECT_TRUE(SFVec2f(0.0, 0.0) == SFVec2f(0.0, std::nextafter(1e-5, 0.0)));
     const double nan = std::numeric_limits<double>::quiet_NaN();
@@ -148,12 +142,9 @@ TEST(SFVec2fBasics, ZeroingDefaultIndexPointsAndDividingNormalize) {
     const CPoint wrapped = SFVec2f(3e9 + 0.5, std::numeric_limits<double>::quiet_NaN());
     EXPECT_EQ(wrapped.x, static_cast<int>(3000000000LL - 4294967296LL));
     EXPECT_EQ(wrapped.y, 0);
-    const SFVec2f back = CPoint(-7, 12);
-    EXPECT_TRUE(back.x == -7.0 && back.y == 12.0);
 
     // Division by the length, unlike SFVec3f's reciprocal product: exactly 0.6 here.
     EXPECT_EQ(SFVec2f(3.0, 4.0).Normalize().x, 0.6);
-    EXPECT_NE(SFVec3f(3.0, 4.0, 0.0).Normalize().x, 0.6);
     EXPECT_EQ(SFVec2f(SFVec3f(6.0, 3.0, 3.0), true).x, 2.0);
     EXPECT_EQ(SFVec2f(SFVec3f(6.0, 3.0, 3.0), false).x, 6.0);
 }

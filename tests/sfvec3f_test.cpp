@@ -47,7 +47,6 @@ TEST(SFVec3fColour, PacksLowBytesOf255ScaleAndUnpacksWithQuarterByteScale) {
 
 TEST(SFVec3fText, WritesPercentFOfEachComponent) {
     char buffer[96];
-    EXPECT_STREQ(SFVec3f(1.0, 2.0, 3.0).String(buffer), "1.000000 2.000000 3.000000");
     EXPECT_EQ(SFVec3f(-0.5, 1e6, 1.0 / 3.0).String(buffer), buffer);
     EXPECT_STREQ(buffer, "-0.500000 1000000.000000 0.333333");
 }
@@ -71,14 +70,12 @@ TEST(SFVec3fNormalize, ExactZeroAndOneShortcutsAndReciprocalProduct) {
 
 TEST(SFVec3fCompare, ExactEqualityAndUnorderedResultsOfTheOrderings) {
     const SFVec3f v(3.0, 0.0, 4.0);
-    EXPECT_TRUE(v == SFVec3f(3.0, 0.0, 4.0));
     EXPECT_TRUE(v != SFVec3f(3.0, 0.0, std::nextafter(4.0, 5.0)));
     // A NaN component equals anything.
     EXPECT_TRUE(SFVec3f(kNaN, 0.0, 4.0) == v);
     EXPECT_FALSE(SFVec3f(kNaN, 0.0, 4.0) != v);
 
     // Against a double the squared length is compared with the double itself.
-    EXPECT_TRUE(v < 30.0);
     EXPECT_FALSE(v < 5.0);
     EXPECT_TRUE(v <= 25.0 && v >= 25.0 && !(v > 25.0));
     EXPECT_TRUE(v < SFVec3f(0.0, 6.0, 0.0) && v >= SFVec3f(5.0, 0.0, 0.0));
