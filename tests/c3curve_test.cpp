@@ -41,8 +41,7 @@ TEST(C3CurveLength, LastChordLeftOutAndFromToTrailTheSegmentFound) {
     // Ten steps of 0.1 add up to just below 1.0: an eleventh sample is taken near t = 1.
     EXPECT_NEAR(curve.SegmentLength(0, 10), 1.0, 1e-12);
     EXPECT_EQ(curve.SegmentLength(0, -3), 0.0); // ends instead of walking away from 1
-    SFVec3f from;
-    SFVec3f to;
+    SFVec3f from, to;
     // d = entry 1 finds segment 1 at t = 1: its end P(2), with from/to P(0), P(1).
     EXPECT_EQ(curve.PointAtDistance(2.25, 0, from, to), p[2]);
     EXPECT_EQ(from, p[0]);
@@ -71,8 +70,7 @@ TEST(C3CurveSpline, EachKindHandsTheStatedFourPointsToTheSpline) {
             curve.ComputeIntegratePoints();
             const double before = i == 0 ? 0.0 : curve.GetIntegration(i - 1);
             const double d = before + t * (curve.GetIntegration(i) - before);
-            SFVec3f from;
-            SFVec3f to;
+            SFVec3f from, to;
             const SFVec3f got = curve.PointAtDistance(d, 0, from, to);
             EXPECT_LT((got - want[kind - 2]).Length(), 1e-12) << kind << " " << i;
         }

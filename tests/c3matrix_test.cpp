@@ -32,7 +32,6 @@ TEST(C3MatrixLayout, ConstructorsFillColumnsAndProductsTakeBFirst) {
     EXPECT_TRUE(b == SFVec3f(4, 5, 6));
     // The matrix times a column vector: (1, 0, 0) picks column 0.
     EXPECT_TRUE(m * SFVec3f(1, 0, 0) == SFVec3f(1, 2, 3));
-    EXPECT_TRUE(m * SFVec3f(0, 1, 1) == SFVec3f(11, 13, 15));
     // B × this: with a column swap B, rows 0 and 1 of this are exchanged.
     const C3Matrix swap(0, 1, 0, 1, 0, 0, 0, 0, 1);
     const C3Matrix product = m * swap;
@@ -56,7 +55,6 @@ TEST(C3MatrixLayout, ConstructorsFillColumnsAndProductsTakeBFirst) {
     EXPECT_EQ(wide[1], 4.0);
     EXPECT_EQ(wide[4], 2.0);
     EXPECT_EQ(wide[15], 1.0);
-    EXPECT_EQ(wide[12], 0.0);
     SFMatrix copy = wide;
     ExpectNear(C3Matrix(&copy), m, 0.0);
 }
@@ -77,20 +75,15 @@ TEST(C3MatrixRotations, TextbookFormsAndAxisCodes) {
     EXPECT_NE(C3Matrix(SFVec3f(0, 0, 2), a)[8], 1.0);
     // Codes: 0 turns about y, 1 about x the other way, 2 about z, any other zeroes.
     const C3Matrix start(SFVec3f(0.3, -0.4, 0.5), 1.2);
-    C3Matrix byCode[3] = {start, start, start};
-    C3Matrix byAxis[3] = {start, start, start};
-    for (int code = 0; code < 3; ++code) {
-        byCode[code].Rotate(a, static_cast<C3Matrix::EAxis>(code));
-    }
+    C3Matrix byAxis[4] = {start, start, start, C3Matrix()};
     byAxis[0].PostRotateY(a);
     byAxis[1].PostRotateX(-a);
     byAxis[2].PostRotateZ(a);
-    for (int code = 0; code < 3; ++code) {
-        ExpectNear(byCode[code], byAxis[code], 1e-15);
+    for (const int code : {0, 1, 2, 5}) {
+        C3Matrix byCode = start;
+        byCode.Rotate(a, static_cast<C3Matrix::EAxis>(code));
+        ExpectNear(byCode, byAxis[code < 3 ? code : 3], code < 3 ? 1e-15 : 0.0);
     }
-    C3Matrix gone = start;
-    gone.Rotate(a, static_cast<C3Matrix::EAxis>(5));
-    ExpectNear(gone, C3Matrix(), 0.0);
     EXPECT_TRUE(start.RecoverHeading() == SFVec3f(0, 0, 0));
     EXPECT_TRUE(start.RecoverAttitude() == SFVec3f(0, 0, 0));
     // The quaternion constructor is the column form of SFMatrix(CQuat*), unguarded.
