@@ -35,8 +35,7 @@ TEST(SFVec2fPredicates, TriAreaIsTwiceTheSignedAreaAndCcwIsStrict) {
     const SFVec2f o(0.0, 0.0), ex(1.0, 0.0), ey(0.0, 1.0);
     EXPECT_EQ(SFVec2f::TriArea(o, ex, ey), 1.0);
     EXPECT_EQ(SFVec2f::ccw(o, ex, ey), 1);
-    EXPECT_EQ(SFVec2f::ccw(o, ey, ex), 0);
-    EXPECT_EQ(SFVec2f::ccw(o, ex, SFVec2f(2.0, 0.0)), 0);
+    EXPECT_TRUE(SFVec2f::ccw(o, ey, ex) == 0 && SFVec2f::ccw(o, ex, SFVec2f(2.0, 0.0)) == 0);
     // The quarter-turn of a vector lies counter-clockwise of it.
     const SFVec2f v(3.0, -1.5);
     EXPECT_EQ(SFVec2f::ccw(o, v, v.MakePerpendicular()), 1);
@@ -109,16 +108,14 @@ TEST(SFVec2fImage, HarmonicLimitsFindNextPowersAndRejectLargeSizes) {
         }
     }
     EXPECT_TRUE(SFVec2f(256.0, 1024.0).IsBinaryHarmonic());
-    EXPECT_FALSE(SFVec2f(0.0, 4.0).IsBinaryHarmonic());
-    EXPECT_FALSE(SFVec2f(4.0, 3.0).IsBinaryHarmonic());
+    EXPECT_FALSE(SFVec2f(0.0, 4.0).IsBinaryHarmonic() || SFVec2f(4.0, 3.0).IsBinaryHarmonic());
 }
 
 TEST(SFVec2fImage, WrappingKeepsPlusMinusOneAndElevationUsesFixedHeight) {
     SFVec2f w(2.25, -3.5), ones(1.0, -1.0);
     w.RepeatingIntegralArea();
     ones.RepeatingIntegralArea();
-    EXPECT_TRUE(w.x == 0.25 && w.y == -0.5);
-    EXPECT_TRUE(ones.x == 1.0 && ones.y == -1.0);
+    EXPECT_TRUE(w.x == 0.25 && w.y == -0.5 && ones.x == 1.0 && ones.y == -1.0);
 
     SFVec2f flat(0.0, 0.0), diagonal(60.0, 80.0); // 100 away at height 100: 45 degrees
     flat.EulerAngle();
