@@ -144,9 +144,8 @@ TEST(SFMatrixBuilders, TranslationScaleAndRowOperations) {
     EXPECT_EQ(s[3], 1.0); // 0 + 1·m[3][3]
     float f[16];
     std::iota(f, f + 16, 0.0f);
-    EXPECT_EQ(SFMatrix(f, false)[1], 4.0);
-    EXPECT_EQ(SFMatrix(f, false)[4], 1.0);
-    EXPECT_EQ(SFMatrix(f, true)[1], 1.0);
+    EXPECT_TRUE(SFMatrix(f, false)[1] == 4.0 && SFMatrix(f, false)[4] == 1.0 &&
+                SFMatrix(f, true)[1] == 1.0);
 }
 
 TEST(SFMatrixApply, ExactWTestsAndColumnSumDivisor) {
@@ -167,8 +166,7 @@ TEST(SFMatrixApply, ExactWTestsAndColumnSumDivisor) {
     // The four-component form leaves row 3 out for w exactly 0.0.
     SFMatrix r = Identity();
     r[12] = kInf;
-    const SFVec4f v = r.TransformPoint(SFVec4f(1, 2, 3, 0));
-    EXPECT_EQ(v, SFVec4f(1, 2, 3, 0));
+    EXPECT_EQ(r.TransformPoint(SFVec4f(1, 2, 3, 0)), SFVec4f(1, 2, 3, 0));
     SFVec3f points[2] = {SFVec3f(1, 1, 1), SFVec3f(2, 2, 2)};
     m[3] = 0.0;
     m.TransformPoints(points, points, 2);
@@ -180,13 +178,10 @@ TEST(SFMatrixCompare, NaNCountsAsEqualAndHashTruncates) {
     SFMatrix b = Identity();
     a[5] = kNaN;
     b[5] = 5.0;
-    EXPECT_EQ(a == b, 1);
-    EXPECT_EQ(a != b, 0);
     b[6] = -0.0; // equal to 0.0
-    EXPECT_EQ(a == b, 1);
+    EXPECT_TRUE((a == b) == 1 && (a != b) == 0);
     b[15] = 2.0;
-    EXPECT_EQ(a == b, 0);
-    EXPECT_EQ(a != b, 1);
+    EXPECT_TRUE((a == b) == 0 && (a != b) == 1);
     SFMatrix h;
     h.Zero();
     // Truncated toward zero, and only the low 32 bits kept.
@@ -287,13 +282,10 @@ TEST(SFMatrixDecomposition, NormalizeEulerAndInertMembers) {
     SFMatrix same = m;
     same.Reorthogonalize();
     same.TransposeRM();
-    EXPECT_EQ(same[1], m[4]);
-    EXPECT_EQ(same[3], m[3]);
-    EXPECT_EQ(same[12], m[12]);
+    EXPECT_TRUE(same[1] == m[4] && same[3] == m[3] && same[12] == m[12]); // the 3x3 block only
     SFMatrix t = m;
     t.Transpose();
-    EXPECT_EQ(t[3], m[12]);
-    EXPECT_EQ(t[12], m[3]);
+    EXPECT_TRUE(t[3] == m[12] && t[12] == m[3]);
     SFMatrix e = m;
     e.SetEulerAngles(SFVec3f(0.4, -2.5, 1.9));
     const SFVec3f back = e.GetEulerAngles();
@@ -306,8 +298,7 @@ TEST(SFMatrixDecomposition, NormalizeEulerAndInertMembers) {
 TEST(SFMatrixView, PerspectiveRowThreeRayDirectionAndUVN) {
     SFMatrix m = Identity();
     m.Perspective1(4.0);
-    EXPECT_EQ(m[10], 0.0);
-    EXPECT_EQ(m[14], -0.25);
+    EXPECT_TRUE(m[10] == 0.0 && m[14] == -0.25);
     m.Perspective3(1.0, 2.0, 4.0);
     ExpectVec(m.GetPosition(), -1.0, -0.5, -0.25);
     EXPECT_EQ(m[15], 1.0);
