@@ -25,8 +25,7 @@ C3Matrix Identity() {
 
 TEST(C3MatrixLayout, ConstructorsFillColumnsAndProductsTakeBFirst) {
     const C3Matrix m(1, 2, 3, 4, 5, 6, 7, 8, 9);
-    EXPECT_EQ(m[1], 4.0);
-    EXPECT_EQ(m[3], 2.0);
+    EXPECT_TRUE(m[1] == 4.0 && m[3] == 2.0);
     SFVec3f a, b, c;
     m.ExtractBasisVectors(a, b, c);
     EXPECT_TRUE(b == SFVec3f(4, 5, 6));
@@ -48,13 +47,10 @@ TEST(C3MatrixLayout, ConstructorsFillColumnsAndProductsTakeBFirst) {
     delete fresh;
     C3Matrix self = m;
     EXPECT_EQ(self.Transpose(&self), &self);
-    EXPECT_EQ(self[1], 2.0);
-    EXPECT_EQ(self[3], 4.0);
+    EXPECT_TRUE(self[1] == 2.0 && self[3] == 4.0);
     // To and from the 4x4 matrix, row by row.
     const SFMatrix wide(m);
-    EXPECT_EQ(wide[1], 4.0);
-    EXPECT_EQ(wide[4], 2.0);
-    EXPECT_EQ(wide[15], 1.0);
+    EXPECT_TRUE(wide[1] == 4.0 && wide[4] == 2.0 && wide[15] == 1.0);
     SFMatrix copy = wide;
     ExpectNear(C3Matrix(&copy), m, 0.0);
 }
@@ -84,8 +80,8 @@ TEST(C3MatrixRotations, TextbookFormsAndAxisCodes) {
         byCode.Rotate(a, static_cast<C3Matrix::EAxis>(code));
         ExpectNear(byCode, byAxis[code < 3 ? code : 3], code < 3 ? 1e-15 : 0.0);
     }
-    EXPECT_TRUE(start.RecoverHeading() == SFVec3f(0, 0, 0));
-    EXPECT_TRUE(start.RecoverAttitude() == SFVec3f(0, 0, 0));
+    EXPECT_TRUE(start.RecoverHeading() == SFVec3f(0, 0, 0) &&
+                start.RecoverAttitude() == SFVec3f(0, 0, 0));
     // The quaternion constructor is the column form of SFMatrix(CQuat*), unguarded.
     CQuat q(0.1, -0.7, 0.2, 0.4);
     const SFMatrix column(&q);
