@@ -59,10 +59,9 @@ TEST_F(EntryRoutineTest, FailedInitAndUnknownReasonsChangeNothing) {
     EXPECT_EQ(EntryRoutine(nullptr, kProcessAttach, nullptr), 0);
     EXPECT_EQ(ProcessAttachCount(), processes);
     FailExtensionModuleInit(false);
-    EXPECT_EQ(EntryRoutine(nullptr, kProcessAttach, nullptr), 1);
-    EXPECT_EQ(ProcessAttachCount(), processes + 1);
-    EXPECT_EQ(EntryRoutine(nullptr, 77, nullptr), 1);
-    EXPECT_EQ(ProcessAttachCount(), processes + 1);
+    EXPECT_TRUE(EntryRoutine(nullptr, kProcessAttach, nullptr) == 1 &&
+                ProcessAttachCount() == processes + 1);
+    EXPECT_TRUE(EntryRoutine(nullptr, 77, nullptr) == 1 && ProcessAttachCount() == processes + 1);
 }
 
 TEST(BinaryPower, HighestSetBitAndNonPositiveInputs) {
@@ -98,8 +97,7 @@ TEST(MathDLL, UnbindWithoutBindIsHarmlessAndSecondBindReplacesWithoutDestroying)
     ASSERT_NE(first, nullptr);
     EXPECT_TRUE(FirstConstructionSeen());
     BindMathServices(nullptr);
-    CMathDLL* second = CMathDLL::OnlyInstance();
-    EXPECT_NE(second, first);
+    EXPECT_NE(CMathDLL::OnlyInstance(), first);
     UnbindMathServices(0);
     EXPECT_EQ(CMathDLL::OnlyInstance(), nullptr);
     delete first; // the library never frees the replaced object
