@@ -100,4 +100,5 @@ TEST(C3RRegionEditing, GrowRescalePinAndResize) {
     Box(3, 0, 0, 1, 1, 1).Pin(p);
     EXPECT_TRUE(p == SFVec3f(1, 0, 1));
     EXPECT_TRUE(Box(0, 0, 0, 2, 2, 2).Contains(Box(0, 0, 0, 2, 1, 2)));
+    EXPECT_FALSE(Box(0, 0, 0, 2, 2, 2).Contains(SFVec3f(2, 2, 2.5)));
 }

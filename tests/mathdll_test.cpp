@@ -58,6 +58,7 @@ TEST_F(EntryRoutineTest, FailedInitAndUnknownReasonsChangeNothing) {
     FailExtensionModuleInit(true);
     EXPECT_EQ(EntryRoutine(nullptr, kProcessAttach, nullptr), 0);
     EXPECT_EQ(ProcessAttachCount(), processes);
+    EXPECT_EQ(AttachMarker(), kAttachMarker);
     FailExtensionModuleInit(false);
     EXPECT_TRUE(EntryRoutine(nullptr, kProcessAttach, nullptr) == 1 &&
                 ProcessAttachCount() == processes + 1);

@@ -85,7 +85,8 @@ TEST(SFVec2fPredicates, InCircleAgreesWithExactDeterminant) {
 }
 
 TEST(SFVec2fEquality, ToleranceOfOneHundredThousandthStrict) {
-    EXPECT_FALSE(SFVec2f(0.0, 0.0) == SFVec2f(1e-5, 0.0)); // exactly the tolerance: unequal
+    EXPECT_TRUE(SFVec2f(1.0, 2.0) == SFVec2f(1.000001, 2.0)); // x is compared with tolerance too
+    EXPECT_FALSE(SFVec2f(0.0, 0.0) == SFVec2f(1e-5, 0.0));    // exactly the tolerance: unequal
     EXPECT_TRUE(SFVec2f(0.0, 0.0) == SFVec2f(0.0, std::nextafter(1e-5, 0.0)));
     const double nan = std::numeric_limits<double>::quiet_NaN();
     EXPECT_TRUE(SFVec2f(nan, 0.0) != SFVec2f(nan, 0.0));
