@@ -39,11 +39,10 @@ std::shared_ptr<void> NewBlock(const T& value) {
     return std::make_shared<T>(value);
 }
 
-/// A copy of the block of a term of the given format.
+/// A copy of the owned block of a term of the given format. A bound double is never flagged as
+/// owned, so the blocks copied here are the vectors, the quaternion and the string.
 std::shared_ptr<void> CopyBlock(Term::ERuleTermFormat format, const void* block) {
     switch (format) {
-    case Term::kScalarFormat:
-        return NewBlock(*static_cast<const double*>(block));
     case Term::kVector2Format:
         return NewBlock(*static_cast<const SFVec2f*>(block));
     case Term::kVector3Format:
@@ -52,7 +51,7 @@ std::shared_ptr<void> CopyBlock(Term::ERuleTermFormat format, const void* block)
         return NewBlock(*static_cast<const SFVec4f*>(block));
     case Term::kQuatFormat:
         return NewBlock(*static_cast<const CQuat*>(block));
-    default: // the only other block a term allocates is a string
+    default:
         return NewBlock(*static_cast<const std::string*>(block));
     }
 }
