@@ -186,7 +186,7 @@ int CExpression::Matches(const CExpressionTerm& subject, int pos) {
     int next = pos + static_cast<int>(length);
     int bound = -1; // left so when no "(" follows the pattern: no match
     BindFormalParameters(text, next, bound);
-    m_formals.reset(); // lets go of the list, matched or not
+    m_formals.reset(); // lets go of the list, bound or not
     return bound == count ? next - pos : 0;
 }
 

@@ -259,9 +259,9 @@ public:
     /// ". + - e E" (at most 63 characters, else the binding fails), ended by any one other
     /// character. Returns the formal count and moves pos past the last number's end; returns 0
     /// when text[pos] is not "(" (changing nothing) or when ")" or an over-long number comes
-    /// before every formal is bound (then every binding is cleared). bound receives the number
-    /// of formals left bound. Reading past the text throws std::out_of_range; a list member
-    /// that is not exactly a formal, or no list, throws int 0.
+    /// before every formal is bound (then every binding is cleared). Past the "(" test, bound
+    /// receives the number of formals left bound. Reading past the text throws
+    /// std::out_of_range; a list member that is not exactly a formal, or no list, throws int 0.
     int BindFormalParameters(std::string text, int& pos, int& bound);
     /// Empties every formal's slot.
     void ClearAllFormalBindings();
@@ -269,8 +269,9 @@ public:
     CExpressionTerm::ERuleTermFormat GetExpressionResultFormat() const;
     /// Matches the string this expression evaluates to (with M1, M2) at pos of the subject's
     /// string, then binds the formals from the "(...)" after it. Returns the characters
-    /// consumed, 0 for no match (pos outside the subject included); a parametric expression
-    /// lets go of its formals list afterwards, matched or not. A subject or result that is not
+    /// consumed, 0 for no match (pos outside the subject included). Once its pattern has
+    /// matched, a parametric expression binds and then lets go of its formals list, whether
+    /// every formal was bound or not (copies keep it). A subject or result that is not
     /// a string throws int 0; a subject that ends right after the pattern of a parametric
     /// expression throws std::out_of_range.
     int Matches(const CExpressionTerm& subject, int pos);
