@@ -287,14 +287,14 @@ TEST(Operators, PostfixOrderAndScalarArithmetic) {
     EXPECT_EQ(Scalar({Num(1), Num(2), Op(1), Num(3), Op(3)}), 9.0);
     EXPECT_EQ(Scalar({Num(10), Num(1), Num(3), Op(1), Op(2)}), 6.0);
     EXPECT_EQ(Scalar({Term(Term::kConstantTerm, 2), Num(0.5), Op(3)}), 1.0);
-    EXPECT_EQ(Scalar({Num(kPi / 2), Op(5)}), 1.0);
+    EXPECT_DOUBLE_EQ(Scalar({Num(kPi / 2), Op(5)}), 1.0);
     EXPECT_NEAR(Scalar({Num(kPi / 4), Op(6)}), 1.0, 1e-15);
     MarkClockTime();
     EXPECT_EQ(Scalar({Op(7)}), static_cast<double>(GetMarkedTime() / 100));
     EXPECT_EQ(Scalar({Num(0), Op(8)}), 1.0);
     EXPECT_EQ(Scalar({Num(9), Op(9)}), 3.0);
     EXPECT_EQ(Scalar({Num(-2), Op(10)}), 2.0);
-    EXPECT_EQ(Scalar({Num(1), Op(11)}), kPi / 4);
+    EXPECT_DOUBLE_EQ(Scalar({Num(1), Op(11)}), kPi / 4);
     EXPECT_EQ(Scalar({Num(2), Num(10), Op(15)}), 1024.0);
     EXPECT_EQ(Scalar({Op(27)}), kPi);
     EXPECT_EQ(Scalar({Num(3), Op(29)}), -3.0);
