@@ -269,7 +269,7 @@ TEST(ExpressionStack, PushPopCopiesAndEmptyCases) {
     e.PushTerm(Num(1.0));
     e.PushTerm(Term(Term::kConstantTerm, SFVec2f(1, 2)));
     for (int i = 0; i < 5; ++i) {
-        e.PushTerm(Num(i)); // growing while copying its own terms is safe
+        e.PushTerm(Num(i)); // owned blocks survive the stack's growth
     }
     e.PushTerm(Term(Term::kConstantTerm, SFVec2f(1, 2)));
     CExpression copy = e;
@@ -336,9 +336,9 @@ TEST(Operators, VectorsQuaternionsAndComparisons) {
     const CQuat quat = Evaluated({Num(1), Num(2), Num(3), Num(4), Op(17)}).GetQuat();
     EXPECT_EQ(SFVec4f(quat.x, quat.y, quat.z, quat.w), SFVec4f(1, 2, 3, 4));
     // 2-vectors compare exactly, not with SFVec2f's tolerance; 3-vectors keep NaN == NaN.
-    const Term near(Term::kConstantTerm, SFVec2f(6, 8.000001));
-    EXPECT_EQ(Scalar({p, near, Op(12)}), 0.0);
-    EXPECT_EQ(Scalar({p, near, Op(13)}), 1.0);
+    const Term almost(Term::kConstantTerm, SFVec2f(6, 8.000001));
+    EXPECT_EQ(Scalar({p, almost, Op(12)}), 0.0);
+    EXPECT_EQ(Scalar({p, almost, Op(13)}), 1.0);
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const Term n(Term::kConstantTerm, SFVec3f(nan, 0, 0));
     EXPECT_EQ(Scalar({n, Term(Term::kConstantTerm, SFVec3f(1, 0, 0)), Op(12)}), 1.0);

@@ -7,7 +7,6 @@
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
-#include <stdexcept>
 
 namespace {
 
@@ -39,12 +38,11 @@ CExpression& CExpression::operator=(const CExpression& other) = default;
 CExpression::~CExpression() = default;
 
 void CExpression::PushTerm(const CExpressionTerm& term) {
-    const CExpressionTerm copy(term); // term may be one of this stack's own
     // Doubling from one element, whatever the standard library's own growth rule.
     if (m_stack.size() == m_stack.capacity()) {
         m_stack.reserve(m_stack.size() + std::max<std::size_t>(m_stack.size(), 1));
     }
-    m_stack.push_back(copy);
+    m_stack.push_back(term);
 }
 
 CExpressionTerm CExpression::PopTerm() {
