@@ -24,6 +24,13 @@ bool NearAnEnd(const SFVec2f& x, const C2Edge* e) {
            x.DistanceTo(EdgeLinks::Dest2d(e)) < kSameSiteDistance;
 }
 
+/// The swap test of the constructor: plain floating point, as callers have always had it.
+bool FloatSwapTest(const SFVec3f& org, const SFVec3f& apex, const SFVec3f& dest,
+                   const SFVec3f& site) {
+    return SFVec2f::ccw(apex.XZ(), dest.XZ(), org.XZ()) &&
+           SFVec2f::InCircle(org.XZ(), apex.XZ(), dest.XZ(), site.XZ());
+}
+
 /// True for the unbounded face of the bare enclosing triangle: its three corners (vertices 0,
 /// 1, 2, counter-clockwise) met in clockwise order.
 bool IsOuterFace(const std::array<std::size_t, 3>& t) {
@@ -198,9 +205,13 @@ void C2Subdivision::InsertSite(const SFVec3f& p, short&) {
         e = EdgeLinks::Oprev(e);
         C2Edge::DeleteEdge(EdgeLinks::Onext(e), &C2Edge::sfSubdivision);
     }
+    ConnectSite(e, NewVertex(p), &FloatSwapTest);
+}
+
+void C2Subdivision::ConnectSite(C2Edge* e, SFVec3f* site, SwapTest needsSwap) {
     C2Edge::sfSubdivision = this;
     C2Edge* base = C2QuadEdge::MakeEdge(nullptr, &C2Edge::sfSubdivision);
-    base->EndPoints(e->Org(), NewVertex(p));
+    base->EndPoints(e->Org(), site);
     C2Edge::Splice(base, e);
     m_startingEdge = base;
     do {
@@ -208,9 +219,8 @@ void C2Subdivision::InsertSite(const SFVec3f& p, short&) {
         e = EdgeLinks::Oprev(base);
     } while (EdgeLinks::Lnext(e) != m_startingEdge);
     for (;;) {
-        const SFVec2f apex = EdgeLinks::Dest2d(EdgeLinks::Oprev(e));
-        if (EdgeLinks::RightOf(apex, e) &&
-            SFVec2f::InCircle(EdgeLinks::Org2d(e), apex, EdgeLinks::Dest2d(e), x)) {
+        const C2Edge* t = EdgeLinks::Oprev(e);
+        if (needsSwap(*e->Org(), *EdgeLinks::Sym(t)->Org(), *EdgeLinks::Sym(e)->Org(), *site)) {
             C2Edge::Swap(e);
             e = EdgeLinks::Oprev(e);
         } else if (EdgeLinks::Onext(e) == m_startingEdge) {
