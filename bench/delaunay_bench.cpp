@@ -1,10 +1,12 @@
 // Triangulation speed in sites per second: uniform random samples in input order, and square
-// grids in raster order and coarse to fine (every 8th row and column first, then every 4th...).
+// grids in raster order and coarse to fine (every 8th row and column first, then every 4th...),
+// through the constructor and through Build.
 #include "c2subdivision.h"
 
 #include <benchmark/benchmark.h>
 
 #include <cmath>
+#include <cstddef>
 #include <random>
 #include <vector>
 
@@ -73,8 +75,34 @@ void GridCoarseToFine(benchmark::State& state) {
     Triangulate(state, Grid(static_cast<std::size_t>(state.range(0)), true));
 }
 
+/// Triangulates points with Build, its triangle derived from their bounds, once per iteration.
+void Build(benchmark::State& state, const Samples& points) {
+    for (auto _ : state) {
+        const C2SubdivisionBuild built = C2Subdivision::Build(points, {});
+        benchmark::DoNotOptimize(built.subdivision.GetEdgeCount());
+    }
+    state.counters["sites/s"] = benchmark::Counter(static_cast<double>(points.size()),
+                                                   benchmark::Counter::kIsIterationInvariantRate);
+}
+
+void BuildUniform(benchmark::State& state) {
+    Build(state, Uniform(static_cast<std::size_t>(state.range(0))));
+}
+
+void BuildGridRaster(benchmark::State& state) {
+    Build(state, Grid(static_cast<std::size_t>(state.range(0)), false));
+}
+
 } // namespace
 
+BENCHMARK(BuildUniform)
+    ->RangeMultiplier(10)
+    ->Range(100000, 10000000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BuildGridRaster)
+    ->RangeMultiplier(10)
+    ->Range(100000, 10000000)
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(UniformInputOrder)
     ->RangeMultiplier(10)
     ->Range(1000, 1000000)

@@ -209,19 +209,22 @@ void C2Subdivision::InsertSite(const SFVec3f& p, short&) {
 }
 
 void C2Subdivision::ConnectSite(C2Edge* e, SFVec3f* site, SwapTest needsSwap) {
+    // New records go to this subdivision, as MakeEdge and Connect would register them.
     C2Edge::sfSubdivision = this;
-    C2Edge* base = C2QuadEdge::MakeEdge(nullptr, &C2Edge::sfSubdivision);
+    C2Edge* base = m_store->NewEdge();
     base->EndPoints(e->Org(), site);
-    C2Edge::Splice(base, e);
+    EdgeLinks::Splice(base, e);
     m_startingEdge = base;
     do {
-        base = C2Edge::Connect(e, EdgeLinks::Sym(base));
+        C2Edge* joined = m_store->NewEdge();
+        EdgeLinks::Connect(joined, e, EdgeLinks::Sym(base));
+        base = joined;
         e = EdgeLinks::Oprev(base);
     } while (EdgeLinks::Lnext(e) != m_startingEdge);
     for (;;) {
         const C2Edge* t = EdgeLinks::Oprev(e);
         if (needsSwap(*e->Org(), *EdgeLinks::Sym(t)->Org(), *EdgeLinks::Sym(e)->Org(), *site)) {
-            C2Edge::Swap(e);
+            EdgeLinks::Swap(e);
             e = EdgeLinks::Oprev(e);
         } else if (EdgeLinks::Onext(e) == m_startingEdge) {
             return;

@@ -14,7 +14,7 @@ namespace {
 
 using zq::detail::Site;
 using Corners = std::array<SFVec3f, 3>;
-using ClosePairs = std::vector<std::pair<const SFVec3f*, const SFVec3f*>>;
+using zq::detail::VertexPairs;
 
 /// Closer than this in x-z, a sample duplicates an earlier one.
 constexpr double kSameSiteDistance = 1e-5;
@@ -99,38 +99,32 @@ std::vector<std::size_t> Candidates(const SFVec3f* samples, std::size_t count,
 /// Makes the candidates s's vertices in the caller's order and inserts them in spatial order.
 /// Returns every pair of vertices that may lie within the duplicate distance: the ends of short
 /// edges and each site that met a vertex, with that vertex. Any two vertices closer than
-/// kSameSiteDistance are joined by a path of edges no longer than their distance (each pair
-/// whose diametral disk is empty is a Delaunay edge; otherwise a vertex in the disk splits it
-/// into two shorter pairs), so no close pair escapes.
-ClosePairs Triangulate(C2Subdivision& s, const SFVec3f* samples,
-                       const std::vector<std::size_t>& candidates,
-                       const std::function<void(std::size_t, std::size_t)>& progress) {
-    zq::detail::RobustInserter inserter(s);
-    std::vector<SFVec3f*> vertices;
+/// kSameSiteDistance are joined by a path of edges no longer than their distance (a pair whose
+/// diametral disk is empty is a Delaunay edge; otherwise a vertex in the disk splits it into two
+/// shorter pairs), so no close pair escapes; and every edge is short or not from the insertion
+/// of its later end on, when it is looked at.
+VertexPairs Triangulate(C2Subdivision& s, const SFVec3f* samples,
+                        const std::vector<std::size_t>& candidates,
+                        const std::function<void(std::size_t, std::size_t)>& progress) {
     std::vector<Site> sites;
-    vertices.reserve(candidates.size());
     sites.reserve(candidates.size());
     for (std::size_t i : candidates) {
-        vertices.push_back(inserter.NewVertex(samples[i]));
         sites.push_back(At(samples[i]));
     }
     const std::vector<std::size_t> order = zq::detail::InsertionOrder(sites);
     sites = std::vector<Site>();
-    ClosePairs close;
-    for (std::size_t k = 0; k < order.size(); ++k) {
+    zq::detail::RobustInserter inserter(s, kShortEdge);
+    const std::vector<SFVec3f*> visited = inserter.NewVertices(samples, candidates, order);
+    VertexPairs close;
+    for (std::size_t k = 0; k < visited.size(); ++k) {
         if (progress && k % kProgressStep == 0 && k > 0) {
-            progress(k, order.size());
+            progress(k, visited.size());
         }
-        SFVec3f* site = vertices[order[k]];
-        if (const SFVec3f* met = inserter.Insert(site)) {
-            close.emplace_back(met, site);
-        }
+        inserter.Insert(visited[k], close);
     }
     if (progress) {
-        progress(order.size(), order.size());
+        progress(visited.size(), visited.size());
     }
-    ClosePairs shortEdges = inserter.EdgesShorterThan(kShortEdge);
-    close.insert(close.end(), shortEdges.begin(), shortEdges.end());
     return close;
 }
 
@@ -177,7 +171,7 @@ private:
 /// a corner or an earlier kept vertex lies within kSameSiteDistance.
 std::vector<std::size_t> WithoutNearDuplicates(const C2Subdivision& s,
                                                const std::vector<std::size_t>& candidates,
-                                               const ClosePairs& close) {
+                                               const VertexPairs& close) {
     // Vertex 3 + k is candidate k.
     std::unordered_map<const SFVec3f*, std::size_t> candidateOf;
     for (std::size_t k = 0; k < candidates.size(); ++k) {
@@ -225,7 +219,8 @@ C2SubdivisionBuild C2Subdivision::Build(const SFVec3f* samples, std::size_t coun
     std::vector<std::size_t> candidates = Candidates(samples, count, corners, given);
     C2SubdivisionBuild result{C2Subdivision(nullptr, corners[0], corners[1], corners[2]), 0, 0,
                               count - candidates.size()};
-    const ClosePairs close = Triangulate(result.subdivision, samples, candidates, options.progress);
+    const VertexPairs close =
+        Triangulate(result.subdivision, samples, candidates, options.progress);
     if (!close.empty()) {
         // Dropping vertices from a triangulation is not supported: the kept ones start over.
         const std::vector<std::size_t> left =

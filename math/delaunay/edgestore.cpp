@@ -4,7 +4,16 @@
 namespace zq::detail {
 
 EdgeStore::~EdgeStore() {
-    DestroyAll();
+    // The arena frees its own records at once: only those made with new need a call.
+    for (C2QuadEdge* q : m_list) {
+        if (q != nullptr && q->m_owner == nullptr) {
+            delete q;
+        }
+    }
+}
+
+void EdgeStore::ReserveRecords(std::size_t records) {
+    m_list.reserve(records);
 }
 
 C2QuadEdge* EdgeStore::NewRecord() {
@@ -12,6 +21,10 @@ C2QuadEdge* EdgeStore::NewRecord() {
     q->m_owner = this;
     Append(q);
     return q;
+}
+
+C2Edge* EdgeStore::NewEdge() {
+    return &NewRecord()->m_edges[0];
 }
 
 std::size_t EdgeStore::Append(C2QuadEdge* q) {

@@ -1,23 +1,13 @@
-// Robust predicates: a floating-point evaluation with a proven error bound, and exact expansion
-// arithmetic when the rounded value is too close to zero to trust its sign.
+// Robust predicates: the exact expansion arithmetic behind the filters of the header, used when
+// a rounded determinant is too close to zero to trust its sign.
 #include "delaunay/robust_predicates.h"
 
-#include <cmath>
 #include <cstddef>
 
 namespace zq::detail {
 
 namespace {
 
-/// The unit round-off of double: every operation errs by at most this relative amount.
-constexpr double kUnit = 1.0 / 9007199254740992.0; // 2^-53
-/// |error| of the rounded orientation <= this times |adx * bdy| + |ady * bdx|: the two
-/// differences of each product err by kUnit, the products and the final difference by kUnit
-/// each, 3 kUnit in all; one more covers the second-order terms and the rounded bound.
-constexpr double kOrientationBound = 4.0 * kUnit;
-/// The same for the in-circle sum: lifts err 4 kUnit, cross terms 4, their product 1, the two
-/// additions 2: 11 kUnit; the rest is margin for higher orders and the rounded bound.
-constexpr double kInCircleBound = 16.0 * kUnit;
 /// 2^27 + 1: multiplying by it splits a double into two halves of 26 significant bits.
 constexpr double kSplitter = 134217729.0;
 
@@ -45,14 +35,15 @@ inline void TwoProduct(double a, double b, double& product, double& err) {
     err = ((aHi * bHi - product) + aHi * bLo + aLo * bHi) + aLo * bLo;
 }
 
-/// An exact value as a sum of nonoverlapping doubles in increasing magnitude, without zeros.
-/// The capacity covers the in-circle determinant of differences that are themselves two terms.
+/// An exact value as a sum of nonoverlapping doubles in increasing magnitude, without zeros,
+/// at most N of them: each operation below states the capacity its result needs.
+template <std::size_t N>
 struct Expansion {
-    static constexpr std::size_t kCapacity = 1536;
-    double term[kCapacity];
+    double term[N];
     std::size_t size = 0;
 
-    /// Adds b exactly: each term in turn absorbs the running sum, its rounding error stays.
+    /// Adds b exactly: each term in turn absorbs the running sum, its rounding error stays;
+    /// the result has at most one term more.
     void Add(double b) {
         std::size_t kept = 0;
         double carry = b;
@@ -68,26 +59,29 @@ struct Expansion {
         }
         size = kept;
     }
-    /// Adds every term of e.
-    void Add(const Expansion& e) {
+    /// Adds every term of e, times sign.
+    template <std::size_t M>
+    void Add(const Expansion<M>& e, double sign) {
         for (std::size_t i = 0; i < e.size; ++i) {
-            Add(e.term[i]);
+            Add(sign * e.term[i]);
         }
     }
     /// The sign of the value: that of its largest term.
     int Sign() const { return size == 0 ? 0 : (term[size - 1] > 0.0 ? 1 : -1); }
 };
 
-/// a - b exactly.
-void Difference(double a, double b, Expansion& out) {
-    out.size = 0;
+/// a - b exactly: two terms.
+Expansion<2> Difference(double a, double b) {
+    Expansion<2> out;
     out.Add(a);
     out.Add(-b);
+    return out;
 }
 
-/// out = e * f exactly, as the sum of every pairwise exact product.
-void Multiply(const Expansion& e, const Expansion& f, Expansion& out) {
-    out.size = 0;
+/// e * f exactly, as the sum of every pairwise exact product: 2 M N terms.
+template <std::size_t M, std::size_t N>
+Expansion<2 * M * N> Multiply(const Expansion<M>& e, const Expansion<N>& f) {
+    Expansion<2 * M * N> out;
     for (std::size_t i = 0; i < e.size; ++i) {
         for (std::size_t j = 0; j < f.size; ++j) {
             double product, err;
@@ -96,97 +90,47 @@ void Multiply(const Expansion& e, const Expansion& f, Expansion& out) {
             out.Add(product);
         }
     }
+    return out;
 }
 
-/// out = p * q - r * s exactly.
-void CrossDifference(const Expansion& p, const Expansion& q, const Expansion& r, const Expansion& s,
-                     Expansion& out) {
-    Expansion negative;
-    Multiply(r, s, negative);
-    Multiply(p, q, out);
-    for (std::size_t i = 0; i < negative.size; ++i) {
-        out.Add(-negative.term[i]);
-    }
-}
-
-int ExactOrientation(const Site& a, const Site& b, const Site& c) {
-    Expansion adx, ady, bdx, bdy, det;
-    Difference(a.x, c.x, adx);
-    Difference(a.y, c.y, ady);
-    Difference(b.x, c.x, bdx);
-    Difference(b.y, c.y, bdy);
-    CrossDifference(adx, bdy, ady, bdx, det);
-    return det.Sign();
+/// p * q - r * s exactly, of two-term factors: 16 terms.
+Expansion<16> CrossDifference(const Expansion<2>& p, const Expansion<2>& q, const Expansion<2>& r,
+                              const Expansion<2>& s) {
+    Expansion<16> out;
+    out.Add(Multiply(p, q), 1.0);
+    out.Add(Multiply(r, s), -1.0);
+    return out;
 }
 
 /// The offsets of p from d, exactly.
 struct Offset {
-    Expansion dx, dy;
-    Offset(const Site& p, const Site& d) {
-        Difference(p.x, d.x, dx);
-        Difference(p.y, d.y, dy);
-    }
+    Expansion<2> dx, dy;
+    Offset(const Site& p, const Site& d) : dx(Difference(p.x, d.x)), dy(Difference(p.y, d.y)) {}
 };
 
-/// lift(p) * cross(q, r) exactly, the offsets taken from the fourth point.
-void LiftedTerm(const Offset& p, const Offset& q, const Offset& r, Expansion& out) {
-    Expansion lift, square, cross;
-    Multiply(p.dx, p.dx, lift);
-    Multiply(p.dy, p.dy, square);
-    lift.Add(square);
-    CrossDifference(q.dx, r.dy, q.dy, r.dx, cross);
-    Multiply(lift, cross, out);
-}
-
-int ExactInCircle(const Site& a, const Site& b, const Site& c, const Site& d) {
-    const Offset pa(a, d), pb(b, d), pc(c, d);
-    Expansion det, term;
-    LiftedTerm(pa, pb, pc, det);
-    LiftedTerm(pb, pc, pa, term);
-    det.Add(term);
-    LiftedTerm(pc, pa, pb, term);
-    det.Add(term);
-    return det.Sign();
+/// lift(p) * cross(q, r) exactly, the offsets taken from the fourth point: 512 terms.
+Expansion<512> LiftedTerm(const Offset& p, const Offset& q, const Offset& r) {
+    Expansion<16> lift;
+    lift.Add(Multiply(p.dx, p.dx), 1.0);
+    lift.Add(Multiply(p.dy, p.dy), 1.0);
+    return Multiply(lift, CrossDifference(q.dx, r.dy, q.dy, r.dx));
 }
 
 } // namespace
 
-int Orientation(const Site& a, const Site& b, const Site& c) {
-    const double left = (a.x - c.x) * (b.y - c.y);
-    const double right = (a.y - c.y) * (b.x - c.x);
-    const double det = left - right;
-    const double bound = kOrientationBound * (std::fabs(left) + std::fabs(right));
-    if (det > bound) {
-        return 1;
-    }
-    if (det < -bound) {
-        return -1;
-    }
-    return ExactOrientation(a, b, c);
+int ExactOrientation(const Site& a, const Site& b, const Site& c) {
+    return CrossDifference(Difference(a.x, c.x), Difference(b.y, c.y), Difference(a.y, c.y),
+                           Difference(b.x, c.x))
+        .Sign();
 }
 
-int InCircleSign(const Site& a, const Site& b, const Site& c, const Site& d) {
-    const double adx = a.x - d.x, ady = a.y - d.y;
-    const double bdx = b.x - d.x, bdy = b.y - d.y;
-    const double cdx = c.x - d.x, cdy = c.y - d.y;
-    const double bc1 = bdx * cdy, bc2 = bdy * cdx;
-    const double ca1 = cdx * ady, ca2 = cdy * adx;
-    const double ab1 = adx * bdy, ab2 = ady * bdx;
-    const double la = adx * adx + ady * ady;
-    const double lb = bdx * bdx + bdy * bdy;
-    const double lc = cdx * cdx + cdy * cdy;
-    const double det = la * (bc1 - bc2) + lb * (ca1 - ca2) + lc * (ab1 - ab2);
-    const double permanent = la * (std::fabs(bc1) + std::fabs(bc2)) +
-                             lb * (std::fabs(ca1) + std::fabs(ca2)) +
-                             lc * (std::fabs(ab1) + std::fabs(ab2));
-    const double bound = kInCircleBound * permanent;
-    if (det > bound) {
-        return 1;
-    }
-    if (det < -bound) {
-        return -1;
-    }
-    return ExactInCircle(a, b, c, d);
+int ExactInCircle(const Site& a, const Site& b, const Site& c, const Site& d) {
+    const Offset pa(a, d), pb(b, d), pc(c, d);
+    Expansion<1536> det;
+    det.Add(LiftedTerm(pa, pb, pc), 1.0);
+    det.Add(LiftedTerm(pb, pc, pa), 1.0);
+    det.Add(LiftedTerm(pc, pa, pb), 1.0);
+    return det.Sign();
 }
 
 } // namespace zq::detail

@@ -2,6 +2,7 @@
 #include "delaunay/spatial_order.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <utility>
@@ -10,29 +11,54 @@ namespace zq::detail {
 
 namespace {
 
-/// Cells per side of the Hilbert grid: 2^16, far finer than any walk needs.
-constexpr int kHilbertLevels = 16;
+/// The most cells per side of the Hilbert grid: 2^16.
+constexpr int kMostLevels = 16;
+/// Each round holds about this many times as many sites as the one before.
+constexpr int kRoundRatioBits = 3;
 /// Rounds smaller than this are merged into the first one: tiny rounds gain nothing.
 constexpr std::size_t kSmallestRound = 64;
+/// Bits of the key sorted per pass.
+constexpr int kRadixBits = 8;
 
-/// The distance along the Hilbert curve of the cell (x, y), both below 2^kHilbertLevels.
-std::uint32_t HilbertIndex(std::uint32_t x, std::uint32_t y) {
-    std::uint32_t d = 0;
-    for (std::uint32_t half = 1u << (kHilbertLevels - 1); half > 0; half >>= 1) {
-        const std::uint32_t right = (x & half) != 0 ? 1 : 0;
-        const std::uint32_t up = (y & half) != 0 ? 1 : 0;
-        // Quadrants are visited lower left, upper left, upper right, lower right.
-        d += half * half * ((3 * right) ^ up);
-        if (up == 0) {
-            // The lower quadrants hold the curve turned a quarter, mirrored on the right.
-            if (right == 1) {
-                x = half - 1 - (x & (half - 1));
-                y = half - 1 - (y & (half - 1));
+/// One step down the Hilbert curve, for each frame and each quadrant (x bit, y bit) of the
+/// site: the quadrant's place along the curve (high two bits) and the frame below (low two).
+/// A frame is a transform of the square, bit 0 exchanging x and y, bit 1 mirroring both; the
+/// transforms commute and each is its own inverse, so composing them is an exclusive or.
+constexpr std::array<std::uint8_t, 16> HilbertSteps() {
+    std::array<std::uint8_t, 16> steps{};
+    for (unsigned frame = 0; frame < 4; ++frame) {
+        for (unsigned quadrant = 0; quadrant < 4; ++quadrant) {
+            unsigned right = quadrant >> 1, up = quadrant & 1;
+            if ((frame & 2) != 0) {
+                right ^= 1;
+                up ^= 1;
             }
-            std::swap(x, y);
+            if ((frame & 1) != 0) {
+                const unsigned x = right;
+                right = up;
+                up = x;
+            }
+            // Quadrants are visited lower left, upper left, upper right, lower right; the lower
+            // ones hold the curve turned a quarter, the one on the right mirrored as well.
+            const unsigned place = (3 * right) ^ up;
+            const unsigned turn = up == 0 ? (right == 1 ? 3u : 1u) : 0u;
+            steps[frame * 4 + quadrant] = static_cast<std::uint8_t>(place << 2 | (frame ^ turn));
         }
-        x &= half - 1;
-        y &= half - 1;
+    }
+    return steps;
+}
+
+constexpr std::array<std::uint8_t, 16> kHilbertSteps = HilbertSteps();
+
+/// The distance along the Hilbert curve of the cell (x, y), both below 2^levels.
+std::uint64_t HilbertIndex(std::uint32_t x, std::uint32_t y, int levels) {
+    std::uint64_t d = 0;
+    unsigned frame = 0;
+    for (int level = levels - 1; level >= 0; --level) {
+        const unsigned quadrant = ((x >> level) & 1) << 1 | ((y >> level) & 1);
+        const unsigned step = kHilbertSteps[frame * 4 + quadrant];
+        d = d << 2 | step >> 2;
+        frame = step & 3;
     }
     return d;
 }
@@ -45,23 +71,42 @@ std::uint64_t Mix(std::uint64_t i) {
     return i ^ (i >> 31);
 }
 
-/// The round of position i among n, counted from the last: half the sites go to round 0, a
-/// quarter to round 1..., and those past the last round big enough to matter to that one.
+/// The round of position i counted from the last: most sites go to round 0, the rest to
+/// earlier rounds, each kRoundRatioBits of a hash more unlikely, up to lastRound.
 std::uint64_t RoundFromLast(std::size_t i, std::uint64_t lastRound) {
+    constexpr std::uint64_t kAllOnes = (1u << kRoundRatioBits) - 1;
     std::uint64_t h = Mix(i);
     std::uint64_t round = 0;
-    while ((h & 1) != 0 && round < lastRound) {
-        h >>= 1;
+    while ((h & kAllOnes) == kAllOnes && round < lastRound) {
+        h >>= kRoundRatioBits;
         ++round;
     }
     return round;
 }
 
-/// Scales v from [low, low + width] to a grid coordinate.
-std::uint32_t Cell(double v, double low, double scale) {
+/// Scales v from low up to a grid coordinate below 2^levels.
+std::uint32_t Cell(double v, double low, double scale, int levels) {
     const double c = std::floor((v - low) * scale);
-    const double top = double((1u << kHilbertLevels) - 1);
+    const double top = double((1u << levels) - 1);
     return static_cast<std::uint32_t>(std::min(std::max(c, 0.0), top));
+}
+
+/// Sorts by key, stably, the keys below 2^bits: one counting pass per kRadixBits.
+void RadixSort(std::vector<std::pair<std::uint64_t, std::size_t>>& keyed, int bits) {
+    std::vector<std::pair<std::uint64_t, std::size_t>> other(keyed.size());
+    for (int shift = 0; shift < bits; shift += kRadixBits) {
+        std::array<std::size_t, (1u << kRadixBits) + 1> start{};
+        for (const auto& k : keyed) {
+            ++start[((k.first >> shift) & ((1u << kRadixBits) - 1)) + 1];
+        }
+        for (std::size_t b = 1; b < start.size(); ++b) {
+            start[b] += start[b - 1];
+        }
+        for (const auto& k : keyed) {
+            other[start[(k.first >> shift) & ((1u << kRadixBits) - 1)]++] = k;
+        }
+        keyed.swap(other);
+    }
 }
 
 } // namespace
@@ -78,21 +123,30 @@ std::vector<std::size_t> InsertionOrder(const std::vector<Site>& sites) {
         minY = std::min(minY, s.y);
         maxY = std::max(maxY, s.y);
     }
+    // About one site per cell: a finer grid orders nothing more.
+    int levels = 1;
+    while (levels < kMostLevels && (std::size_t(1) << (2 * levels)) < n) {
+        ++levels;
+    }
     const double width = std::max(maxX - minX, maxY - minY);
-    const double scale = width > 0.0 ? double(1u << kHilbertLevels) / width : 0.0;
+    const double scale = width > 0.0 ? double(1u << levels) / width : 0.0;
     std::uint64_t lastRound = 0;
-    while ((n >> (lastRound + 1)) >= kSmallestRound) {
+    while ((n >> (kRoundRatioBits * (lastRound + 1))) >= kSmallestRound) {
         ++lastRound;
     }
     // The key is the round (first rounds first) above the curve index.
     std::vector<std::pair<std::uint64_t, std::size_t>> keyed(n);
     for (std::size_t i = 0; i < n; ++i) {
         const std::uint64_t round = lastRound - RoundFromLast(i, lastRound);
-        const std::uint32_t h =
-            HilbertIndex(Cell(sites[i].x, minX, scale), Cell(sites[i].y, minY, scale));
-        keyed[i] = {(round << 32) | h, i};
+        const std::uint64_t h = HilbertIndex(Cell(sites[i].x, minX, scale, levels),
+                                             Cell(sites[i].y, minY, scale, levels), levels);
+        keyed[i] = {(round << (2 * levels)) | h, i};
     }
-    std::sort(keyed.begin(), keyed.end());
+    int roundBits = 0;
+    while ((lastRound >> roundBits) != 0) {
+        ++roundBits;
+    }
+    RadixSort(keyed, 2 * levels + roundBits);
     std::vector<std::size_t> order(n);
     for (std::size_t i = 0; i < n; ++i) {
         order[i] = keyed[i].second;
