@@ -25,6 +25,15 @@ struct EdgeLinks {
     static C2Edge* Lprev(const C2Edge* e) { return Sym(Onext(e)); }
     static C2Edge* Rnext(const C2Edge* e) { return InvRot(Onext(Rot(e))); }
     static C2Edge* Rprev(const C2Edge* e) { return Onext(Sym(e)); }
+    /// e's origin vertex.
+    static SFVec3f* Org(const C2Edge* e) { return e->m_data; }
+    /// e's destination vertex.
+    static SFVec3f* Dest(const C2Edge* e) { return Sym(e)->m_data; }
+    /// Sets e's origin and destination vertices.
+    static void SetEnds(C2Edge* e, SFVec3f* org, SFVec3f* dest) {
+        e->m_data = org;
+        Sym(e)->m_data = dest;
+    }
     /// (x, z) of e's origin.
     static SFVec2f Org2d(const C2Edge* e) { return SFVec2f(e->m_data->x, e->m_data->z); }
     /// (x, z) of e's destination.
@@ -45,8 +54,7 @@ struct EdgeLinks {
     static void Connect(C2Edge* e, C2Edge* a, C2Edge* b) {
         Splice(e, Lnext(a));
         Splice(Sym(e), b);
-        e->m_data = Sym(a)->m_data;
-        Sym(e)->m_data = b->m_data;
+        SetEnds(e, Dest(a), Org(b));
         if (a->m_boundary || b->m_boundary) {
             e->m_boundary = true;
         }
@@ -59,8 +67,7 @@ struct EdgeLinks {
         Splice(Sym(e), b);
         Splice(e, Lnext(a));
         Splice(Sym(e), Lnext(b));
-        e->m_data = Sym(a)->m_data;
-        Sym(e)->m_data = Sym(b)->m_data;
+        SetEnds(e, Dest(a), Dest(b));
     }
     /// 1 when x lies strictly right of e, else 0.
     static int RightOf(const SFVec2f& x, const C2Edge* e) {

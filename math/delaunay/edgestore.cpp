@@ -4,7 +4,11 @@
 namespace zq::detail {
 
 EdgeStore::~EdgeStore() {
-    // The arena frees its own records at once: only those made with new need a call.
+    // The arena frees its own records at once: only those made with new need a call, and
+    // reading every record to find none would cost a cache miss each.
+    if (m_foreign == 0) {
+        return;
+    }
     for (C2QuadEdge* q : m_list) {
         if (q != nullptr && q->m_owner == nullptr) {
             delete q;
@@ -28,6 +32,7 @@ C2Edge* EdgeStore::NewEdge() {
 }
 
 std::size_t EdgeStore::Append(C2QuadEdge* q) {
+    m_foreign += q->m_owner == nullptr ? 1 : 0;
     q->m_position = m_list.size();
     m_list.push_back(q);
     return Count();

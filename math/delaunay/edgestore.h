@@ -55,6 +55,8 @@ private:
     Arena<SFVec3f> m_points;
     std::vector<C2QuadEdge*> m_list;
     std::size_t m_holes = 0;
+    /// Records made with new ever appended: while there are none, nothing needs deleting.
+    std::size_t m_foreign = 0;
     std::vector<SFVec3f> m_samples;
 };
 

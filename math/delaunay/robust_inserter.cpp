@@ -1,6 +1,7 @@
 // RobustInserter: a visibility walk and the star-and-swap insertion, on exact predicates.
 #include "delaunay/robust_inserter.h"
 
+#include "delaunay/connectsite.h"
 #include "delaunay/edgelinks.h"
 #include "delaunay/edgestore.h"
 #include "delaunay/robust_predicates.h"
@@ -17,8 +18,8 @@ Site At(const SFVec3f& p) {
 }
 
 /// The orientation of site against the edge e.
-int Side(const C2Edge* e, const SFVec3f& site) {
-    return Orientation(At(*e->Org()), At(*EdgeLinks::Sym(e)->Org()), At(site));
+inline int Side(const C2Edge* e, const SFVec3f& site) {
+    return Orientation(At(*EdgeLinks::Org(e)), At(*EdgeLinks::Dest(e)), At(site));
 }
 
 bool SameSite(const SFVec3f& p, const SFVec3f& q) {
@@ -27,11 +28,13 @@ bool SameSite(const SFVec3f& p, const SFVec3f& q) {
 
 /// The swap test of the robust insertion: the apex strictly right of the edge and the site
 /// strictly inside the circle; cocircular sites keep the edge, so no swap ever undoes another.
-bool ExactSwapTest(const SFVec3f& org, const SFVec3f& apex, const SFVec3f& dest,
-                   const SFVec3f& site) {
-    return Orientation(At(apex), At(dest), At(org)) > 0 &&
-           InCircleSign(At(org), At(apex), At(dest), At(site)) > 0;
-}
+struct ExactSwapTest {
+    bool operator()(const SFVec3f& org, const SFVec3f& apex, const SFVec3f& dest,
+                    const SFVec3f& site) const {
+        return Orientation(At(apex), At(dest), At(org)) > 0 &&
+               InCircleSign(At(org), At(apex), At(dest), At(site)) > 0;
+    }
+};
 
 } // namespace
 
@@ -82,8 +85,8 @@ void RobustInserter::Insert(SFVec3f* site, VertexPairs& close) {
     C2Edge* e = Locate(*site);
     C2Edge* const sides[3] = {e, EdgeLinks::Lnext(e), EdgeLinks::Lprev(e)};
     for (C2Edge* side : sides) {
-        if (SameSite(*side->Org(), *site)) {
-            close.emplace_back(side->Org(), site);
+        if (SameSite(*EdgeLinks::Org(side), *site)) {
+            close.emplace_back(EdgeLinks::Org(side), site);
             return;
         }
     }
@@ -96,16 +99,16 @@ void RobustInserter::Insert(SFVec3f* site, VertexPairs& close) {
             break;
         }
     }
-    m_subdivision.ConnectSite(e, site, &ExactSwapTest);
+    m_subdivision.ConnectSite(e, site, ExactSwapTest());
     FindCloseNeighbours(close);
 }
 
 void RobustInserter::FindCloseNeighbours(VertexPairs& close) const {
     const C2Edge* first = EdgeLinks::Sym(m_subdivision.m_startingEdge);
-    const SFVec3f& site = *first->Org();
+    const SFVec3f& site = *EdgeLinks::Org(first);
     const C2Edge* e = first;
     do {
-        const SFVec3f& v = *EdgeLinks::Sym(e)->Org();
+        const SFVec3f& v = *EdgeLinks::Dest(e);
         const double dx = v.x - site.x, dz = v.z - site.z;
         if (dx * dx + dz * dz < m_shortEdgeSquared) {
             close.emplace_back(&v, &site);

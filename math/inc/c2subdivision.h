@@ -79,10 +79,6 @@ private:
     friend class C2QuadEdge;
     friend class zq::detail::RobustInserter;
 
-    /// Whether the edge from org to dest, with apex on its right, must be swapped for site.
-    using SwapTest = bool (*)(const SFVec3f& org, const SFVec3f& apex, const SFVec3f& dest,
-                              const SFVec3f& site);
-
     /// A new record appended to the edge list.
     C2QuadEdge* NewRecord();
     /// A copy of p appended to the vertex list.
@@ -95,7 +91,9 @@ private:
     /// Inserts p and restores the Delaunay property; index is neither read nor written.
     void InsertSite(const SFVec3f& p, short& index);
     /// Joins site to every corner of the face left of e, the first new edge becoming the
-    /// starting edge, then swaps edges while needsSwap says so.
+    /// starting edge, then swaps each edge from org to dest, apex on its right, while
+    /// needsSwap(org, apex, dest, site) says so. Defined in delaunay/connectsite.h.
+    template <class SwapTest>
     void ConnectSite(C2Edge* e, SFVec3f* site, SwapTest needsSwap);
     /// The first sample no shorter than (p.x, 0, p.y), or the zero vector when there is none;
     /// the two doubles are not used. Nothing calls it.
