@@ -1,7 +1,8 @@
-// C2Subdivision::Build: the same triangles as the constructor in general position, exact
-// Delaunay validity on degenerate inputs, the duplicate rule against a brute-force oracle, and
-// the rejected samples and progress reports.
+// C2Subdivision::Build: predicates right where rounding flips the plain sign, the same triangles as
+// the constructor in general position, exact Delaunay validity on degenerate inputs, the duplicate
+// rule against a brute-force oracle, and the rejected samples and progress reports.
 #include "c2subdivision.h"
+#include "delaunay/robust_predicates.h"
 
 #include <gtest/gtest.h>
 
@@ -109,6 +110,27 @@ std::vector<std::size_t> KeptByRule(const Samples& samples, const C2Subdivision&
 
 } // namespace
 
+TEST(RobustPredicates, RightWhereRoundingFlipsTheSign) {
+    using zq::detail::Site;
+    const double ulp = std::ldexp(1.0, -53); // of values in [0.5, 1)
+    for (int i = 0; i < 16; ++i) {
+        for (int j = 0; j < 16; ++j) {
+            // On the line y = x the orientation is 12 (py - px): the sign of j - i.
+            const Site p{0.5 + i * ulp, 0.5 + j * ulp};
+            EXPECT_EQ(zq::detail::Orientation(p, {12, 12}, {24, 24}), (j > i) - (j < i))
+                << i << ' ' << j;
+        }
+    }
+    const double step = std::ldexp(1.0, -50); // of values in [4, 8)
+    for (int k = -8; k <= 8; ++k) {
+        // (3, 4), (-4, 3), (-5, 0) lie on the circle of radius 5; (0, 5 + k step) is inside
+        // for k < 0.
+        const Site d{0, 5 + k * step}, e{5 + k * step, 0};
+        EXPECT_EQ(zq::detail::InCircleSign({3, 4}, {-4, 3}, {-5, 0}, d), (k < 0) - (k > 0)) << k;
+        EXPECT_EQ(zq::detail::InCircleSign({-3, -4}, {4, -3}, {0, 5}, e), (k < 0) - (k > 0)) << k;
+    }
+}
+
 TEST(SubdivisionBuild, SameTrianglesAsTheConstructorInGeneralPosition) {
     const SFVec3f a(-600, 0, -600), b(600, 0, -600), c(0, 0, 600);
     for (unsigned seed : {1u, 2u}) {
@@ -182,7 +204,7 @@ TEST(SubdivisionBuild, DegenerateInputsAreExactlyDelaunay) {
 TEST(SubdivisionBuild, NearDuplicatesGoEarliestFirstAsTheRuleSays) {
     Samples points = Random(200, 9u);
     for (std::size_t i = 0; i < 40; ++i) {
-        const SFVec3f& p = points[i * 5];
+        const SFVec3f p = points[i * 5];
         points.emplace_back(p.x, p.y + 1, p.z);          // the same site, another height
         points.emplace_back(p.x + 7e-6, p.y + 2, p.z);   // near
         points.emplace_back(p.x, p.y + 3, p.z - 9.9e-6); // near

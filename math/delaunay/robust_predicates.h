@@ -2,6 +2,8 @@
 #ifndef ZQMATH_ROBUST_PREDICATES_H
 #define ZQMATH_ROBUST_PREDICATES_H
 
+#include "zqexport.h"
+
 #include <cmath>
 
 namespace zq::detail {
@@ -23,9 +25,9 @@ constexpr double kOrientationBound = 4.0 * kUnitRoundOff;
 constexpr double kInCircleBound = 16.0 * kUnitRoundOff;
 
 /// The orientation of a, b, c in exact arithmetic.
-int ExactOrientation(const Site& a, const Site& b, const Site& c);
+ZQMATH_API int ExactOrientation(const Site& a, const Site& b, const Site& c);
 /// The in-circle sign of a, b, c, d in exact arithmetic.
-int ExactInCircle(const Site& a, const Site& b, const Site& c, const Site& d);
+ZQMATH_API int ExactInCircle(const Site& a, const Site& b, const Site& c, const Site& d);
 
 /// The sign (1, 0, -1) of twice the signed area of a, b, c: 1 when counter-clockwise.
 /// Exact for coordinates that are zero or of magnitude in [1e-30, 1e30].
