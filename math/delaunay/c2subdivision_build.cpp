@@ -101,8 +101,8 @@ std::vector<std::size_t> Candidates(const SFVec3f* samples, std::size_t count,
 /// edges and each site that met a vertex, with that vertex. Any two vertices closer than
 /// kSameSiteDistance are joined by a path of edges no longer than their distance (a pair whose
 /// diametral disk is empty is a Delaunay edge; otherwise a vertex in the disk splits it into two
-/// shorter pairs), so no close pair escapes; and every edge is short or not from the insertion
-/// of its later end on, when it is looked at.
+/// shorter pairs), so no close pair escapes; and every edge is made while its later end is
+/// inserted, when that end's neighbours are looked at.
 VertexPairs Triangulate(C2Subdivision& s, const SFVec3f* samples,
                         const std::vector<std::size_t>& candidates,
                         const std::function<void(std::size_t, std::size_t)>& progress) {

@@ -109,8 +109,9 @@ private:
 
 /// How C2Subdivision::Build runs.
 struct C2SubdivisionOptions {
-    /// The enclosing triangle a, b, c (counter-clockwise in x-z); when absent, a triangle ten
-    /// times the size of the samples' bounding box, around it.
+    /// The enclosing triangle a, b, c, coordinates in the usable range below (given clockwise
+    /// in x-z, b and c are exchanged); when absent, a triangle at height 0 reaching ten times
+    /// the bounding box's larger side from its centre.
     std::optional<std::array<SFVec3f, 3>> corners;
     /// Called with (sites inserted, sites to insert) every 65536 sites and at the end; a
     /// second pass, run when near duplicates were found, counts again from zero.
