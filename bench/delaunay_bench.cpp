@@ -1,10 +1,12 @@
 // Triangulation speed in sites per second: uniform random samples in input order, and square
-// grids in raster order and coarse to fine (every 8th row and column first, then every 4th...).
+// grids in raster order and coarse to fine (every 8th row and column first, then every 4th...),
+// through the constructor and through Build.
 #include "c2subdivision.h"
 
 #include <benchmark/benchmark.h>
 
 #include <cmath>
+#include <cstddef>
 #include <random>
 #include <vector>
 
@@ -45,8 +47,11 @@ Samples Grid(std::size_t n, bool coarseToFine) {
     return points;
 }
 
-/// Triangulates points in a triangle well around [0, width) squared, once per iteration.
-void Triangulate(benchmark::State& state, Samples points) {
+/// The constructor, in a triangle well around the samples, or Build, which derives its own.
+enum class Way { kConstructor, kBuild };
+
+/// Triangulates points one way, once per iteration.
+void Triangulate(benchmark::State& state, Samples points, Way way) {
     double width = 1.0;
     for (const SFVec3f& p : points) {
         width = std::fmax(width, std::fmax(p.x, p.z));
@@ -54,27 +59,51 @@ void Triangulate(benchmark::State& state, Samples points) {
     const SFVec3f a(-4 * width, 0, -4 * width), b(6 * width, 0, -4 * width);
     const SFVec3f c(width / 2, 0, 6 * width);
     for (auto _ : state) {
-        C2Subdivision s(&points, a, b, c);
-        benchmark::DoNotOptimize(s.GetEdgeCount());
+        if (way == Way::kBuild) {
+            benchmark::DoNotOptimize(C2Subdivision::Build(points, {}).subdivision.GetEdgeCount());
+        } else {
+            C2Subdivision s(&points, a, b, c);
+            benchmark::DoNotOptimize(s.GetEdgeCount());
+        }
     }
     state.counters["sites/s"] = benchmark::Counter(static_cast<double>(points.size()),
                                                    benchmark::Counter::kIsIterationInvariantRate);
 }
 
+std::size_t Count(const benchmark::State& state) {
+    return static_cast<std::size_t>(state.range(0));
+}
+
 void UniformInputOrder(benchmark::State& state) {
-    Triangulate(state, Uniform(static_cast<std::size_t>(state.range(0))));
+    Triangulate(state, Uniform(Count(state)), Way::kConstructor);
 }
 
 void GridRasterOrder(benchmark::State& state) {
-    Triangulate(state, Grid(static_cast<std::size_t>(state.range(0)), false));
+    Triangulate(state, Grid(Count(state), false), Way::kConstructor);
 }
 
 void GridCoarseToFine(benchmark::State& state) {
-    Triangulate(state, Grid(static_cast<std::size_t>(state.range(0)), true));
+    Triangulate(state, Grid(Count(state), true), Way::kConstructor);
+}
+
+void BuildUniform(benchmark::State& state) {
+    Triangulate(state, Uniform(Count(state)), Way::kBuild);
+}
+
+void BuildGridRaster(benchmark::State& state) {
+    Triangulate(state, Grid(Count(state), false), Way::kBuild);
 }
 
 } // namespace
 
+BENCHMARK(BuildUniform)
+    ->RangeMultiplier(10)
+    ->Range(100000, 10000000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BuildGridRaster)
+    ->RangeMultiplier(10)
+    ->Range(100000, 10000000)
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(UniformInputOrder)
     ->RangeMultiplier(10)
     ->Range(1000, 1000000)

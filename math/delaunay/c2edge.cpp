@@ -124,25 +124,13 @@ void C2Edge::SetBoundaryEdge(bool boundary) {
 }
 
 void C2Edge::Splice(C2Edge* a, C2Edge* b) {
-    C2Edge* alpha = EdgeLinks::Rot(a->m_next);
-    C2Edge* beta = EdgeLinks::Rot(b->m_next);
-    C2Edge* aNext = a->m_next;
-    C2Edge* alphaNext = alpha->m_next;
-    a->m_next = b->m_next;
-    b->m_next = aNext;
-    alpha->m_next = beta->m_next;
-    beta->m_next = alphaNext;
+    EdgeLinks::Splice(a, b);
 }
 
 C2Edge* C2Edge::Connect(C2Edge* a, C2Edge* b) {
     C2Edge* e = C2QuadEdge::MakeEdge(nullptr, &sfSubdivision);
-    Splice(e, a->Lnext());
-    Splice(e->Sym(), b);
-    e->EndPoints(a->Dest(), b->Org());
     // Only e takes the mark, not its reverse: the mark follows the edges made from marked ones.
-    if (a->IsBoundaryEdge() || b->IsBoundaryEdge()) {
-        e->SetBoundaryEdge(true);
-    }
+    EdgeLinks::Connect(e, a, b);
     return e;
 }
 
@@ -155,13 +143,7 @@ void C2Edge::DeleteEdge(C2Edge* e, C2Subdivision** slot) {
 }
 
 void C2Edge::Swap(C2Edge* e) {
-    C2Edge* a = e->Oprev();
-    C2Edge* b = e->Sym()->Oprev();
-    Splice(e, a);
-    Splice(e->Sym(), b);
-    Splice(e, a->Lnext());
-    Splice(e->Sym(), b->Lnext());
-    e->EndPoints(a->Dest(), b->Dest());
+    EdgeLinks::Swap(e);
 }
 
 int C2Edge::RightOf(const SFVec2f& x, C2Edge* e) {

@@ -1,6 +1,7 @@
 // C2Subdivision: incremental Delaunay triangulation of height samples in the x-z plane.
 #include "c2subdivision.h"
 
+#include "delaunay/connectsite.h"
 #include "delaunay/edgelinks.h"
 #include "delaunay/edgestore.h"
 
@@ -23,6 +24,15 @@ bool NearAnEnd(const SFVec2f& x, const C2Edge* e) {
     return x.DistanceTo(EdgeLinks::Org2d(e)) < kSameSiteDistance ||
            x.DistanceTo(EdgeLinks::Dest2d(e)) < kSameSiteDistance;
 }
+
+/// The swap test of the constructor: plain floating point, as callers have always had it.
+struct FloatSwapTest {
+    bool operator()(const SFVec3f& org, const SFVec3f& apex, const SFVec3f& dest,
+                    const SFVec3f& site) const {
+        return SFVec2f::ccw(apex.XZ(), dest.XZ(), org.XZ()) &&
+               SFVec2f::InCircle(org.XZ(), apex.XZ(), dest.XZ(), site.XZ());
+    }
+};
 
 /// True for the unbounded face of the bare enclosing triangle: its three corners (vertices 0,
 /// 1, 2, counter-clockwise) met in clockwise order.
@@ -198,27 +208,7 @@ void C2Subdivision::InsertSite(const SFVec3f& p, short&) {
         e = EdgeLinks::Oprev(e);
         C2Edge::DeleteEdge(EdgeLinks::Onext(e), &C2Edge::sfSubdivision);
     }
-    C2Edge::sfSubdivision = this;
-    C2Edge* base = C2QuadEdge::MakeEdge(nullptr, &C2Edge::sfSubdivision);
-    base->EndPoints(e->Org(), NewVertex(p));
-    C2Edge::Splice(base, e);
-    m_startingEdge = base;
-    do {
-        base = C2Edge::Connect(e, EdgeLinks::Sym(base));
-        e = EdgeLinks::Oprev(base);
-    } while (EdgeLinks::Lnext(e) != m_startingEdge);
-    for (;;) {
-        const SFVec2f apex = EdgeLinks::Dest2d(EdgeLinks::Oprev(e));
-        if (EdgeLinks::RightOf(apex, e) &&
-            SFVec2f::InCircle(EdgeLinks::Org2d(e), apex, EdgeLinks::Dest2d(e), x)) {
-            C2Edge::Swap(e);
-            e = EdgeLinks::Oprev(e);
-        } else if (EdgeLinks::Onext(e) == m_startingEdge) {
-            return;
-        } else {
-            e = EdgeLinks::Lprev(EdgeLinks::Onext(e));
-        }
-    }
+    ConnectSite(e, NewVertex(p), FloatSwapTest());
 }
 
 SFVec3f C2Subdivision::PointSolutionFor(SFVec2f p, double, double) const {

@@ -25,10 +25,50 @@ struct EdgeLinks {
     static C2Edge* Lprev(const C2Edge* e) { return Sym(Onext(e)); }
     static C2Edge* Rnext(const C2Edge* e) { return InvRot(Onext(Rot(e))); }
     static C2Edge* Rprev(const C2Edge* e) { return Onext(Sym(e)); }
+    /// e's origin vertex.
+    static SFVec3f* Org(const C2Edge* e) { return e->m_data; }
+    /// e's destination vertex.
+    static SFVec3f* Dest(const C2Edge* e) { return Sym(e)->m_data; }
+    /// Sets e's origin and destination vertices.
+    static void SetEnds(C2Edge* e, SFVec3f* org, SFVec3f* dest) {
+        e->m_data = org;
+        Sym(e)->m_data = dest;
+    }
     /// (x, z) of e's origin.
     static SFVec2f Org2d(const C2Edge* e) { return SFVec2f(e->m_data->x, e->m_data->z); }
     /// (x, z) of e's destination.
     static SFVec2f Dest2d(const C2Edge* e) { return Org2d(Sym(e)); }
+    /// Exchanges the Onext rings of a and b, and those of their duals.
+    static void Splice(C2Edge* a, C2Edge* b) {
+        C2Edge* alpha = Rot(a->m_next);
+        C2Edge* beta = Rot(b->m_next);
+        C2Edge* aNext = a->m_next;
+        C2Edge* alphaNext = alpha->m_next;
+        a->m_next = b->m_next;
+        b->m_next = aNext;
+        alpha->m_next = beta->m_next;
+        beta->m_next = alphaNext;
+    }
+    /// Makes the fresh edge e join a's destination to b's origin, with the left face of both;
+    /// e takes the boundary mark when a or b has it.
+    static void Connect(C2Edge* e, C2Edge* a, C2Edge* b) {
+        Splice(e, Lnext(a));
+        Splice(Sym(e), b);
+        SetEnds(e, Dest(a), Org(b));
+        if (a->m_boundary || b->m_boundary) {
+            e->m_boundary = true;
+        }
+    }
+    /// Turns e to the other diagonal of the quadrilateral of its two faces.
+    static void Swap(C2Edge* e) {
+        C2Edge* a = Oprev(e);
+        C2Edge* b = Oprev(Sym(e));
+        Splice(e, a);
+        Splice(Sym(e), b);
+        Splice(e, Lnext(a));
+        Splice(Sym(e), Lnext(b));
+        SetEnds(e, Dest(a), Dest(b));
+    }
     /// 1 when x lies strictly right of e, else 0.
     static int RightOf(const SFVec2f& x, const C2Edge* e) {
         return SFVec2f::ccw(x, Dest2d(e), Org2d(e));

@@ -4,7 +4,20 @@
 namespace zq::detail {
 
 EdgeStore::~EdgeStore() {
-    DestroyAll();
+    // The arena frees its own records at once: only those made with new need a call, and
+    // reading every record to find none would cost a cache miss each.
+    if (m_foreign == 0) {
+        return;
+    }
+    for (C2QuadEdge* q : m_list) {
+        if (q != nullptr && q->m_owner == nullptr) {
+            delete q;
+        }
+    }
+}
+
+void EdgeStore::ReserveRecords(std::size_t records) {
+    m_list.reserve(records);
 }
 
 C2QuadEdge* EdgeStore::NewRecord() {
@@ -14,7 +27,12 @@ C2QuadEdge* EdgeStore::NewRecord() {
     return q;
 }
 
+C2Edge* EdgeStore::NewEdge() {
+    return &NewRecord()->m_edges[0];
+}
+
 std::size_t EdgeStore::Append(C2QuadEdge* q) {
+    m_foreign += q->m_owner == nullptr ? 1 : 0;
     q->m_position = m_list.size();
     m_list.push_back(q);
     return Count();

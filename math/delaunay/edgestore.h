@@ -24,6 +24,10 @@ public:
 
     /// A new record from the arena, appended to the list.
     C2QuadEdge* NewRecord();
+    /// Edge 0 of a new record from the arena, appended to the list.
+    C2Edge* NewEdge();
+    /// Makes room in the list for this many records.
+    void ReserveRecords(std::size_t records);
     /// Appends q and returns the number of records in the list.
     std::size_t Append(C2QuadEdge* q);
     /// Removes q from the list and destroys it; false (and nothing done) when the list lacks q.
@@ -51,6 +55,8 @@ private:
     Arena<SFVec3f> m_points;
     std::vector<C2QuadEdge*> m_list;
     std::size_t m_holes = 0;
+    /// Records made with new ever appended: while there are none, nothing needs deleting.
+    std::size_t m_foreign = 0;
     std::vector<SFVec3f> m_samples;
 };
 

@@ -9,8 +9,17 @@
 
 #include <array>
 #include <cstddef>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
+
+namespace zq::detail {
+class RobustInserter;
+} // namespace zq::detail
+
+struct C2SubdivisionOptions;
+struct C2SubdivisionBuild;
 
 /// The Delaunay triangulation of 3D samples in the x-z plane, each vertex keeping its height y,
 /// built by inserting the samples one by one into a caller's enclosing triangle.
@@ -27,6 +36,14 @@ public:
     /// exactly as given) and inserts *points in order. A null points gives the bare triangle.
     C2Subdivision(std::vector<SFVec3f>* points, const SFVec3f& a, const SFVec3f& b,
                   const SFVec3f& c);
+    /// Triangulates samples[0..count) in a spatial order with exact predicates. A sample within
+    /// 1e-5 in x-z of a corner or of a kept sample earlier in the caller's order is dropped and
+    /// counted. Vertices are the corners, then the kept samples in the caller's order.
+    static C2SubdivisionBuild Build(const SFVec3f* samples, std::size_t count,
+                                    const C2SubdivisionOptions& options);
+    /// Build over a whole vector.
+    static C2SubdivisionBuild Build(const std::vector<SFVec3f>& samples,
+                                    const C2SubdivisionOptions& options);
     /// Shallow: shares the records, edge list and points; its own vertex array.
     C2Subdivision(const C2Subdivision& s);
     /// Clears C2Edge's remembered subdivision when it is this one; the last copy frees the
@@ -60,6 +77,7 @@ public:
 
 private:
     friend class C2QuadEdge;
+    friend class zq::detail::RobustInserter;
 
     /// A new record appended to the edge list.
     C2QuadEdge* NewRecord();
@@ -72,6 +90,11 @@ private:
     C2Edge* Locate(const SFVec2f& x) const;
     /// Inserts p and restores the Delaunay property; index is neither read nor written.
     void InsertSite(const SFVec3f& p, short& index);
+    /// Joins site to every corner of the face left of e, the first new edge becoming the
+    /// starting edge, then swaps each edge from org to dest, apex on its right, while
+    /// needsSwap(org, apex, dest, site) says so. Defined in delaunay/connectsite.h.
+    template <class SwapTest>
+    void ConnectSite(C2Edge* e, SFVec3f* site, SwapTest needsSwap);
     /// The first sample no shorter than (p.x, 0, p.y), or the zero vector when there is none;
     /// the two doubles are not used. Nothing calls it.
     SFVec3f PointSolutionFor(SFVec2f p, double, double) const;
@@ -82,6 +105,30 @@ private:
     SFVec3f m_cornerB;
     SFVec3f m_cornerC;
     std::vector<SFVec3f*> m_vertices;
+};
+
+/// How C2Subdivision::Build runs.
+struct C2SubdivisionOptions {
+    /// The enclosing triangle a, b, c, coordinates in the usable range below (given clockwise
+    /// in x-z, b and c are exchanged); when absent, a triangle at height 0 reaching ten times
+    /// the bounding box's larger side from its centre.
+    std::optional<std::array<SFVec3f, 3>> corners;
+    /// Called with (sites inserted, sites to insert) every 65536 sites and at the end; a
+    /// second pass, run when near duplicates were found, counts again from zero.
+    std::function<void(std::size_t, std::size_t)> progress;
+};
+
+/// What C2Subdivision::Build made, with the fate of every sample.
+struct C2SubdivisionBuild {
+    /// The triangulation, vertices 3.. the kept samples in the caller's order.
+    C2Subdivision subdivision;
+    /// Samples triangulated.
+    std::size_t kept;
+    /// Samples dropped within 1e-5 of a corner or of an earlier kept sample.
+    std::size_t duplicates;
+    /// Samples left out: a coordinate not finite, nonzero with a magnitude outside
+    /// [1e-30, 1e30], or a site not strictly inside the caller's triangle.
+    std::size_t rejected;
 };
 
 #endif

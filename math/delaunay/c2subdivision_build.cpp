@@ -1,0 +1,240 @@
+// C2Subdivision::Build: the spatially ordered, exact construction for large terrains.
+#include "c2subdivision.h"
+
+#include "delaunay/robust_inserter.h"
+#include "delaunay/robust_predicates.h"
+#include "delaunay/spatial_order.h"
+
+#include <algorithm>
+#include <cmath>
+#include <unordered_map>
+#include <utility>
+
+namespace {
+
+using zq::detail::Site;
+using Corners = std::array<SFVec3f, 3>;
+using zq::detail::VertexPairs;
+
+/// Closer than this in x-z, a sample duplicates an earlier one.
+constexpr double kSameSiteDistance = 1e-5;
+/// Edges below this may join duplicates: a hair above the distance, so that the rounding of
+/// DistanceTo cannot hide a pair.
+constexpr double kShortEdge = kSameSiteDistance * (1.0 + 1e-9);
+/// Magnitudes of usable coordinates (besides zero): within them the predicates never overflow
+/// and their exact arithmetic never underflows.
+constexpr double kSmallest = 1e-30;
+constexpr double kLargest = 1e30;
+/// How many insertions pass between two progress reports.
+constexpr std::size_t kProgressStep = 65536;
+/// The derived enclosing triangle's size against the bounding box's larger side.
+constexpr double kTriangleScale = 10.0;
+
+Site At(const SFVec3f& p) {
+    return {p.x, p.z};
+}
+
+/// False for NaN, infinities and magnitudes outside the usable range.
+bool InRange(double v) {
+    const double m = std::fabs(v);
+    return m == 0.0 || (m >= kSmallest && m <= kLargest);
+}
+
+bool Usable(const SFVec3f& p) {
+    return InRange(p.x) && InRange(p.z);
+}
+
+/// A triangle around the usable samples' bounding box, at height 0, counter-clockwise.
+Corners AroundBounds(const SFVec3f* samples, std::size_t count) {
+    double minX = 0.0, maxX = 0.0, minZ = 0.0, maxZ = 0.0;
+    bool any = false;
+    for (std::size_t i = 0; i < count; ++i) {
+        const SFVec3f& p = samples[i];
+        if (Usable(p)) {
+            minX = any ? std::min(minX, p.x) : p.x;
+            maxX = any ? std::max(maxX, p.x) : p.x;
+            minZ = any ? std::min(minZ, p.z) : p.z;
+            maxZ = any ? std::max(maxZ, p.z) : p.z;
+            any = true;
+        }
+    }
+    const double cx = 0.5 * (minX + maxX), cz = 0.5 * (minZ + maxZ);
+    // A box of one point still needs a triangle of some size around it.
+    const double side =
+        std::max({maxX - minX, maxZ - minZ, 1e-3 * std::fabs(cx), 1e-3 * std::fabs(cz), 1.0});
+    const double r = kTriangleScale * side;
+    // The box lies well inside: its corners are at most side / 2 from the centre, and the
+    // slanted sides pass 4.75 sides from it at the box's top.
+    return {SFVec3f(cx - r, 0.0, cz - r), SFVec3f(cx + r, 0.0, cz - r), SFVec3f(cx, 0.0, cz + r)};
+}
+
+/// The caller's triangle, its last two corners exchanged when they were given clockwise.
+Corners CounterClockwise(Corners c) {
+    if (zq::detail::Orientation(At(c[0]), At(c[1]), At(c[2])) < 0) {
+        std::swap(c[1], c[2]);
+    }
+    return c;
+}
+
+bool StrictlyInside(const Corners& c, const SFVec3f& p) {
+    using zq::detail::Orientation;
+    const Site s = At(p);
+    return Orientation(At(c[0]), At(c[1]), s) > 0 && Orientation(At(c[1]), At(c[2]), s) > 0 &&
+           Orientation(At(c[2]), At(c[0]), s) > 0;
+}
+
+/// The positions of the samples to triangulate, in the caller's order.
+std::vector<std::size_t> Candidates(const SFVec3f* samples, std::size_t count,
+                                    const Corners& corners, bool givenCorners) {
+    std::vector<std::size_t> candidates;
+    candidates.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        if (Usable(samples[i]) && (!givenCorners || StrictlyInside(corners, samples[i]))) {
+            candidates.push_back(i);
+        }
+    }
+    return candidates;
+}
+
+/// Makes the candidates s's vertices in the caller's order and inserts them in spatial order.
+/// Returns every pair of vertices that may lie within the duplicate distance: the ends of short
+/// edges and each site that met a vertex, with that vertex. Any two vertices closer than
+/// kSameSiteDistance are joined by a path of edges no longer than their distance (a pair whose
+/// diametral disk is empty is a Delaunay edge; otherwise a vertex in the disk splits it into two
+/// shorter pairs), so no close pair escapes; and every edge is made while its later end is
+/// inserted, when that end's neighbours are looked at.
+VertexPairs Triangulate(C2Subdivision& s, const SFVec3f* samples,
+                        const std::vector<std::size_t>& candidates,
+                        const std::function<void(std::size_t, std::size_t)>& progress) {
+    std::vector<Site> sites;
+    sites.reserve(candidates.size());
+    for (std::size_t i : candidates) {
+        sites.push_back(At(samples[i]));
+    }
+    const std::vector<std::size_t> order = zq::detail::InsertionOrder(sites);
+    sites = std::vector<Site>();
+    zq::detail::RobustInserter inserter(s, kShortEdge);
+    const std::vector<SFVec3f*> visited = inserter.NewVertices(samples, candidates, order);
+    VertexPairs close;
+    for (std::size_t k = 0; k < visited.size(); ++k) {
+        if (progress && k % kProgressStep == 0 && k > 0) {
+            progress(k, visited.size());
+        }
+        inserter.Insert(visited[k], close);
+    }
+    if (progress) {
+        progress(visited.size(), visited.size());
+    }
+    return close;
+}
+
+/// Kept points bucketed by cells of the duplicate distance: a point's close neighbours lie in
+/// its own cell and the eight around it.
+class CellGrid {
+public:
+    /// True when a kept point lies within kSameSiteDistance of p.
+    bool HasNear(const SFVec3f& p) const {
+        const double cx = std::floor(p.x / kSameSiteDistance);
+        const double cz = std::floor(p.z / kSameSiteDistance);
+        for (double dx = -1; dx <= 1; ++dx) {
+            for (double dz = -1; dz <= 1; ++dz) {
+                const auto found = m_cells.find({cx + dx, cz + dz});
+                if (found == m_cells.end()) {
+                    continue;
+                }
+                for (const SFVec3f* q : found->second) {
+                    if (p.XZ().DistanceTo(q->XZ()) < kSameSiteDistance) {
+                        return true;
+                    }
+                }
+            }
+        }
+        return false;
+    }
+    /// Keeps p.
+    void Add(const SFVec3f* p) {
+        m_cells[{std::floor(p->x / kSameSiteDistance), std::floor(p->z / kSameSiteDistance)}]
+            .push_back(p);
+    }
+
+private:
+    using Cell = std::pair<double, double>;
+    struct CellHash {
+        std::size_t operator()(const Cell& c) const {
+            return std::hash<double>()(c.first) * 31u + std::hash<double>()(c.second);
+        }
+    };
+    std::unordered_map<Cell, std::vector<const SFVec3f*>, CellHash> m_cells;
+};
+
+/// The candidates left when each vertex of a close pair, in the caller's order, is dropped if
+/// a corner or an earlier kept vertex lies within kSameSiteDistance.
+std::vector<std::size_t> WithoutNearDuplicates(const C2Subdivision& s,
+                                               const std::vector<std::size_t>& candidates,
+                                               const VertexPairs& close) {
+    // Vertex 3 + k is candidate k.
+    std::unordered_map<const SFVec3f*, std::size_t> candidateOf;
+    for (std::size_t k = 0; k < candidates.size(); ++k) {
+        candidateOf.emplace(s.GetVertex(3 + k), k);
+    }
+    std::vector<std::size_t> involved;
+    for (const auto& pair : close) {
+        for (const SFVec3f* v : {pair.first, pair.second}) {
+            const auto found = candidateOf.find(v);
+            if (found != candidateOf.end()) {
+                involved.push_back(found->second);
+            }
+        }
+    }
+    std::sort(involved.begin(), involved.end());
+    involved.erase(std::unique(involved.begin(), involved.end()), involved.end());
+    CellGrid kept;
+    for (std::size_t corner = 0; corner < 3; ++corner) {
+        kept.Add(s.GetVertex(corner));
+    }
+    std::vector<bool> dropped(candidates.size(), false);
+    for (std::size_t k : involved) {
+        const SFVec3f* v = s.GetVertex(3 + k);
+        dropped[k] = kept.HasNear(*v);
+        if (!dropped[k]) {
+            kept.Add(v);
+        }
+    }
+    std::vector<std::size_t> left;
+    for (std::size_t k = 0; k < candidates.size(); ++k) {
+        if (!dropped[k]) {
+            left.push_back(candidates[k]);
+        }
+    }
+    return left;
+}
+
+} // namespace
+
+C2SubdivisionBuild C2Subdivision::Build(const SFVec3f* samples, std::size_t count,
+                                        const C2SubdivisionOptions& options) {
+    const bool given = options.corners.has_value();
+    const Corners corners =
+        given ? CounterClockwise(*options.corners) : AroundBounds(samples, count);
+    std::vector<std::size_t> candidates = Candidates(samples, count, corners, given);
+    C2SubdivisionBuild result{C2Subdivision(nullptr, corners[0], corners[1], corners[2]), 0, 0,
+                              count - candidates.size()};
+    const VertexPairs close =
+        Triangulate(result.subdivision, samples, candidates, options.progress);
+    if (!close.empty()) {
+        // Dropping vertices from a triangulation is not supported: the kept ones start over.
+        const std::vector<std::size_t> left =
+            WithoutNearDuplicates(result.subdivision, candidates, close);
+        result.duplicates = candidates.size() - left.size();
+        candidates = left;
+        result.subdivision = C2Subdivision(nullptr, corners[0], corners[1], corners[2]);
+        Triangulate(result.subdivision, samples, candidates, options.progress);
+    }
+    result.kept = candidates.size();
+    return result;
+}
+
+C2SubdivisionBuild C2Subdivision::Build(const std::vector<SFVec3f>& samples,
+                                        const C2SubdivisionOptions& options) {
+    return Build(samples.data(), samples.size(), options);
+}
