@@ -1,30 +1,16 @@
 // Triangulation speed in sites per second: uniform random samples in input order, and square
 // grids in raster order and coarse to fine (every 8th row and column first, then every 4th...).
+#include "bench_data.h"
 #include "c2subdivision.h"
 
 #include <benchmark/benchmark.h>
 
 #include <cmath>
-#include <random>
 #include <vector>
 
 namespace {
 
-/// Samples in [0, width) squared in x-z; heights are the sample numbers.
 using Samples = std::vector<SFVec3f>;
-
-Samples Uniform(std::size_t n) {
-    std::mt19937_64 random(42u);
-    const double width = std::sqrt(static_cast<double>(n));
-    std::uniform_real_distribution<double> coordinate(0.0, width);
-    Samples points;
-    points.reserve(n);
-    for (std::size_t i = 0; i < n; ++i) {
-        const double x = coordinate(random);
-        points.emplace_back(x, static_cast<double>(i), coordinate(random));
-    }
-    return points;
-}
 
 /// The side x side grid, rows and columns that are multiples of each step in turn.
 Samples Grid(std::size_t n, bool coarseToFine) {
@@ -62,7 +48,12 @@ void Triangulate(benchmark::State& state, Samples points) {
 }
 
 void UniformInputOrder(benchmark::State& state) {
-    Triangulate(state, Uniform(static_cast<std::size_t>(state.range(0))));
+    Triangulate(state, bench::UniformSamples(static_cast<std::size_t>(state.range(0))));
+}
+
+/// The comparison's row: bench::kSiteCount uniform samples in input order.
+void InputOrder(benchmark::State& state) {
+    Triangulate(state, bench::UniformSamples(bench::kSiteCount));
 }
 
 void GridRasterOrder(benchmark::State& state) {
@@ -87,5 +78,7 @@ BENCHMARK(GridCoarseToFine)
     ->RangeMultiplier(10)
     ->Range(1000, 1000000)
     ->Unit(benchmark::kMillisecond);
+
+BENCHMARK(InputOrder)->Name("Delaunay_100k_input_order/zqmath")->Unit(benchmark::kMillisecond);
 
 BENCHMARK_MAIN();
