@@ -429,8 +429,13 @@ SFVec4f SFMatrix::TransformPoint(SFVec4f const& p) const {
 
 void SFMatrix::TransformPoints(SFVec3f const* const src, SFVec3f* const dst,
                                unsigned long n) const {
+    // A local copy, which the stores into dst cannot alias: the loop keeps it in registers.
+    double m[16];
+    for (int i = 0; i < 16; ++i) {
+        m[i] = m_element[i];
+    }
     for (unsigned long i = 0; i < n; ++i) {
-        dst[i] = TransformedPoint(m_element, src[i]);
+        dst[i] = TransformedPoint(m, src[i]);
     }
 }
 
