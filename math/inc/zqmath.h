@@ -13,6 +13,7 @@
 #include "c3matrix.h"
 #include "c3rregion.h"
 #include "cquat.h"
+#include "expression.h"
 #include "mathdll.h"
 #include "meshvector.h"
 #include "quadedge.h"
