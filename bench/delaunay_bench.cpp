@@ -1,32 +1,18 @@
 // Triangulation speed in sites per second: uniform random samples in input order, and square
 // grids in raster order and coarse to fine (every 8th row and column first, then every 4th...),
 // through the constructor and through Build.
+#include "bench_data.h"
 #include "c2subdivision.h"
 
 #include <benchmark/benchmark.h>
 
 #include <cmath>
 #include <cstddef>
-#include <random>
 #include <vector>
 
 namespace {
 
-/// Samples in [0, width) squared in x-z; heights are the sample numbers.
 using Samples = std::vector<SFVec3f>;
-
-Samples Uniform(std::size_t n) {
-    std::mt19937_64 random(42u);
-    const double width = std::sqrt(static_cast<double>(n));
-    std::uniform_real_distribution<double> coordinate(0.0, width);
-    Samples points;
-    points.reserve(n);
-    for (std::size_t i = 0; i < n; ++i) {
-        const double x = coordinate(random);
-        points.emplace_back(x, static_cast<double>(i), coordinate(random));
-    }
-    return points;
-}
 
 /// The side x side grid, rows and columns that are multiples of each step in turn.
 Samples Grid(std::size_t n, bool coarseToFine) {
@@ -75,7 +61,16 @@ std::size_t Count(const benchmark::State& state) {
 }
 
 void UniformInputOrder(benchmark::State& state) {
-    Triangulate(state, Uniform(Count(state)), Way::kConstructor);
+    Triangulate(state, bench::UniformSamples(Count(state)), Way::kConstructor);
+}
+
+/// The comparison's rows: bench::kSiteCount uniform samples in input order, and through Build.
+void InputOrder(benchmark::State& state) {
+    Triangulate(state, bench::UniformSamples(bench::kSiteCount), Way::kConstructor);
+}
+
+void AnyOrder(benchmark::State& state) {
+    Triangulate(state, bench::UniformSamples(bench::kSiteCount), Way::kBuild);
 }
 
 void GridRasterOrder(benchmark::State& state) {
@@ -87,7 +82,7 @@ void GridCoarseToFine(benchmark::State& state) {
 }
 
 void BuildUniform(benchmark::State& state) {
-    Triangulate(state, Uniform(Count(state)), Way::kBuild);
+    Triangulate(state, bench::UniformSamples(Count(state)), Way::kBuild);
 }
 
 void BuildGridRaster(benchmark::State& state) {
@@ -116,5 +111,8 @@ BENCHMARK(GridCoarseToFine)
     ->RangeMultiplier(10)
     ->Range(1000, 1000000)
     ->Unit(benchmark::kMillisecond);
+
+BENCHMARK(InputOrder)->Name("Delaunay_100k_input_order/zqmath")->Unit(benchmark::kMillisecond);
+BENCHMARK(AnyOrder)->Name("Delaunay_100k_any_order/zqmath")->Unit(benchmark::kMillisecond);
 
 BENCHMARK_MAIN();

@@ -21,8 +21,8 @@ constexpr int kMaxLocateSteps = 50000;
 
 /// True when x is within kSameSiteDistance of either end of e.
 bool NearAnEnd(const SFVec2f& x, const C2Edge* e) {
-    return x.DistanceTo(EdgeLinks::Org2d(e)) < kSameSiteDistance ||
-           x.DistanceTo(EdgeLinks::Dest2d(e)) < kSameSiteDistance;
+    return zq::detail::Distance(x, EdgeLinks::Org2d(e)) < kSameSiteDistance ||
+           zq::detail::Distance(x, EdgeLinks::Dest2d(e)) < kSameSiteDistance;
 }
 
 /// The swap test of the constructor: plain floating point, as callers have always had it.

@@ -4,6 +4,7 @@
 
 #include "quadedge.h"
 #include "sfvec3f.h"
+#include "vector/planar.h"
 
 namespace zq::detail {
 
@@ -70,9 +71,7 @@ struct EdgeLinks {
         SetEnds(e, Dest(a), Dest(b));
     }
     /// 1 when x lies strictly right of e, else 0.
-    static int RightOf(const SFVec2f& x, const C2Edge* e) {
-        return SFVec2f::ccw(x, Dest2d(e), Org2d(e));
-    }
+    static int RightOf(const SFVec2f& x, const C2Edge* e) { return Ccw(x, Dest2d(e), Org2d(e)); }
 };
 
 } // namespace zq::detail

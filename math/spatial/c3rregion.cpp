@@ -24,6 +24,17 @@ SFVec3f TransformCorner(const SFMatrix& m, const SFVec3f& p) {
     return SFVec3f(x / w, y / w, z / w);
 }
 
+/// Moves each face of low-high outward to low2 (high2) where that lies strictly beyond it. By
+/// members rather than the vector's out-of-line operator[]: this runs once per point of a cloud.
+void ExtendFaces(const SFVec3f& low2, const SFVec3f& high2, SFVec3f& low, SFVec3f& high) {
+    low.x = low2.x < low.x ? low2.x : low.x;
+    low.y = low2.y < low.y ? low2.y : low.y;
+    low.z = low2.z < low.z ? low2.z : low.z;
+    high.x = high2.x > high.x ? high2.x : high.x;
+    high.y = high2.y > high.y ? high2.y : high.y;
+    high.z = high2.z > high.z ? high2.z : high.z;
+}
+
 } // namespace
 
 const C3RRegion& C3RRegion::kEmptyBox = g_emptyBox;
@@ -93,25 +104,11 @@ void C3RRegion::OrderPoints() {
 }
 
 void C3RRegion::ExtendTo(const SFVec3f& p) {
-    for (unsigned long c = 0; c < 3; ++c) {
-        if (p[c] < m_min[c]) {
-            m_min[c] = p[c];
-        }
-        if (p[c] > m_max[c]) {
-            m_max[c] = p[c];
-        }
-    }
+    ExtendFaces(p, p, m_min, m_max);
 }
 
 void C3RRegion::ExtendTo(const C3RRegion& r) {
-    for (unsigned long c = 0; c < 3; ++c) {
-        if (r.m_min[c] < m_min[c]) {
-            m_min[c] = r.m_min[c];
-        }
-        if (r.m_max[c] > m_max[c]) {
-            m_max[c] = r.m_max[c];
-        }
-    }
+    ExtendFaces(r.m_min, r.m_max, m_min, m_max);
 }
 
 C3RRegion& C3RRegion::operator+=(const C3RRegion& r) {

@@ -58,7 +58,9 @@ void SFVec4f::Eul_ToSFMatrix(SFVec4f ea, SFMatrix& M) const {
     const double sc = si * ch;
     const double ss = si * sh;
     M.Identity();
-    const auto e = [&M](int r, int c) -> double& { return M[4 * r + c]; };
+    // Through one pointer: the exported operator[] would be a call per element.
+    double* const m = &M[0];
+    const auto e = [m](int r, int c) -> double& { return m[4 * r + c]; };
     const int i = o.i;
     const int j = o.j;
     const int k = o.k;
@@ -87,7 +89,8 @@ void SFVec4f::Eul_ToSFMatrix(SFVec4f ea, SFMatrix& M) const {
 
 SFVec4f SFVec4f::Eul_FromSFMatrix(SFMatrix M, int order) const {
     const EulerOrder o(static_cast<unsigned>(order));
-    const auto e = [&M](int r, int c) { return M[4 * r + c]; };
+    const double* const m = &M[0];
+    const auto e = [m](int r, int c) { return m[4 * r + c]; };
     const int i = o.i;
     const int j = o.j;
     const int k = o.k;

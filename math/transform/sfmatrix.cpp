@@ -18,6 +18,43 @@ constexpr int Index(int r, int c) {
     return 4 * r + c;
 }
 
+/// out = (x, y, z, w)·m: w exactly 1.0 adds row 3, exactly 0.0 leaves it out. Inlined here so
+/// that the point loops run without calls; each sum keeps its order.
+inline void Homogeneous(const double* m, double x, double y, double z, double w, double* out) {
+    for (int c = 0; c < 4; ++c) {
+        out[c] = x * m[Index(0, c)] + y * m[Index(1, c)] + z * m[Index(2, c)];
+        if (w == 1.0) {
+            out[c] += m[Index(3, c)];
+        } else if (w != 0.0) {
+            out[c] += w * m[Index(3, c)];
+        }
+    }
+}
+
+/// (p, 1)·m, divided by w unless w is exactly 1.0 or 0.0.
+inline SFVec3f TransformedPoint(const double* m, const SFVec3f& p) {
+    double h[4];
+    Homogeneous(m, p.x, p.y, p.z, 1.0, h);
+    // Exact tests: only a w of exactly 1.0 or 0.0 skips the division.
+    if (h[3] != 1.0 && h[3] != 0.0) {
+        return SFVec3f(h[0] / h[3], h[1] / h[3], h[2] / h[3]);
+    }
+    return SFVec3f(h[0], h[1], h[2]);
+}
+
+/// out = b × a, each element set to 0.0 and then summed in place, j = 0..3 in order.
+inline void SumProduct(double* out, const double* a, const double* b) {
+    for (int i = 0; i < 4; ++i) {
+        for (int k = 0; k < 4; ++k) {
+            double& sum = out[Index(i, k)];
+            sum = 0.0;
+            for (int j = 0; j < 4; ++j) {
+                sum += b[Index(i, j)] * a[Index(j, k)];
+            }
+        }
+    }
+}
+
 /// The inverse of m by the pivoted general inversion; throws record 6 when m is singular.
 SFMatrix PivotedInverse(const SFMatrix& m) {
     SFMatrix inverse(m);
@@ -192,14 +229,16 @@ void SFMatrix::Zero() {
 void SFMatrix::Multiply(SFMatrix const& A, SFMatrix const& B) {
     // Summed in place, so A.Multiply(A, B) reads elements it has already overwritten; callers
     // use MultiplyIn for that.
-    for (int i = 0; i < 4; ++i) {
-        for (int k = 0; k < 4; ++k) {
-            double& sum = m_element[Index(i, k)];
-            sum = 0.0;
-            for (int j = 0; j < 4; ++j) {
-                sum += B.m_element[Index(i, j)] * A.m_element[Index(j, k)];
-            }
-        }
+    if (this == &A || this == &B) {
+        SumProduct(m_element, A.m_element, B.m_element);
+        return;
+    }
+    // Without aliasing the same sums run in a local array, which the compiler keeps in
+    // registers instead of storing and reloading every partial sum.
+    double product[16];
+    SumProduct(product, A.m_element, B.m_element);
+    for (int i = 0; i < 16; ++i) {
+        m_element[i] = product[i];
     }
 }
 
@@ -366,12 +405,7 @@ void SFMatrix::RotationMatrix(double const& ax, double const& ay, double const& 
 }
 
 SFVec3f SFMatrix::TransformPoint(SFVec3f const& p) const {
-    const SFVec4f h = TransformPoint(SFVec4f(p));
-    // Exact tests: only a w of exactly 1.0 or 0.0 skips the division.
-    if (h.w != 1.0 && h.w != 0.0) {
-        return SFVec3f(h.x / h.w, h.y / h.w, h.z / h.w);
-    }
-    return h.Chop();
+    return TransformedPoint(m_element, p);
 }
 
 SFVec3f SFMatrix::TransformVector(SFVec3f const& v) const {
@@ -389,22 +423,19 @@ SFVec3f SFMatrix::operator*(SFVec3f const& p) const {
 
 SFVec4f SFMatrix::TransformPoint(SFVec4f const& p) const {
     double out[4];
-    for (int c = 0; c < 4; ++c) {
-        out[c] = p.x * m_element[Index(0, c)] + p.y * m_element[Index(1, c)] +
-                 p.z * m_element[Index(2, c)];
-        if (p.w == 1.0) {
-            out[c] += m_element[Index(3, c)];
-        } else if (p.w != 0.0) {
-            out[c] += p.w * m_element[Index(3, c)];
-        }
-    }
+    Homogeneous(m_element, p.x, p.y, p.z, p.w, out);
     return SFVec4f(out[0], out[1], out[2], out[3]);
 }
 
 void SFMatrix::TransformPoints(SFVec3f const* const src, SFVec3f* const dst,
                                unsigned long n) const {
+    // A local copy, which the stores into dst cannot alias: the loop keeps it in registers.
+    double m[16];
+    for (int i = 0; i < 16; ++i) {
+        m[i] = m_element[i];
+    }
     for (unsigned long i = 0; i < n; ++i) {
-        dst[i] = TransformPoint(src[i]);
+        dst[i] = TransformedPoint(m, src[i]);
     }
 }
 

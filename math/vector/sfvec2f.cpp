@@ -2,6 +2,7 @@
 #include "sfvec2f.h"
 
 #include "sfvec3f.h"
+#include "vector/planar.h"
 #include "vector/vector_detail.h"
 #include "zqexception.h"
 
@@ -212,7 +213,7 @@ double SFVec2f::norm() const {
 }
 
 double SFVec2f::DistanceTo(const SFVec2f& v) const {
-    return (*this - v).Length();
+    return zq::detail::Distance(*this, v);
 }
 
 void SFVec2f::Polar(double& radius, double& angle) const {
@@ -247,19 +248,20 @@ bool SFVec2f::operator!=(const SFVec2f& v) const {
 }
 
 double SFVec2f::TriArea(const SFVec2f& a, const SFVec2f& b, const SFVec2f& c) {
-    return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
+    return zq::detail::TriArea(a, b, c);
 }
 
 int SFVec2f::ccw(const SFVec2f& a, const SFVec2f& b, const SFVec2f& c) {
-    return TriArea(a, b, c) > 0.0 ? 1 : 0;
+    return zq::detail::Ccw(a, b, c);
 }
 
 int SFVec2f::InCircle(const SFVec2f& a, const SFVec2f& b, const SFVec2f& c, const SFVec2f& d) {
     // The terms are formed and summed in exactly this order: the triangulation relies on the
     // sign of this very sum, rounding included. No tolerance.
-    const double det =
-        (a.x * a.x + a.y * a.y) * TriArea(b, c, d) - (b.x * b.x + b.y * b.y) * TriArea(a, c, d) +
-        (c.x * c.x + c.y * c.y) * TriArea(a, b, d) - (d.x * d.x + d.y * d.y) * TriArea(a, b, c);
+    const double det = (a.x * a.x + a.y * a.y) * zq::detail::TriArea(b, c, d) -
+                       (b.x * b.x + b.y * b.y) * zq::detail::TriArea(a, c, d) +
+                       (c.x * c.x + c.y * c.y) * zq::detail::TriArea(a, b, d) -
+                       (d.x * d.x + d.y * d.y) * zq::detail::TriArea(a, b, c);
     return det > 0.0 ? 1 : 0;
 }
 

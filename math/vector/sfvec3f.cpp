@@ -31,6 +31,19 @@ short ZeroOrNaN(double v) {
     return zq::detail::EqualOrUnordered(v, 0.0) ? 1 : 0;
 }
 
+// The two helpers below let Normalize run without calls: exported members reach one another
+// only through the symbol table, which keeps the compiler from inlining them.
+
+/// v scaled by s.
+SFVec3f Scaled(const SFVec3f& v, double s) {
+    return SFVec3f(v.x * s, v.y * s, v.z * s);
+}
+
+/// The squared length of v, in double.
+double SquaredLengthOf(const SFVec3f& v) {
+    return v.x * v.x + v.y * v.y + v.z * v.z;
+}
+
 } // namespace
 
 const SFVec3f SFVec3f::kZero(0.0, 0.0, 0.0);
@@ -207,7 +220,7 @@ SFVec3f SFVec3f::operator-(const double& d) const {
 }
 
 SFVec3f SFVec3f::operator*(double s) const {
-    return SFVec3f(x * s, y * s, z * s);
+    return Scaled(*this, s);
 }
 
 SFVec3f SFVec3f::operator/(const double& d) const {
@@ -295,21 +308,21 @@ void SFVec3f::Exchange(SFVec3f& v) {
 }
 
 double SFVec3f::Magnitude() const {
-    return x * x + y * y + z * z;
+    return SquaredLengthOf(*this);
 }
 
 double SFVec3f::Length() const {
-    return std::sqrt(Magnitude());
+    return std::sqrt(SquaredLengthOf(*this));
 }
 
 SFVec3f SFVec3f::Normalize() const {
-    const double length = Length();
+    const double length = std::sqrt(SquaredLengthOf(*this));
     // Exact tests on purpose: a unit vector comes back bit for bit, a zero one stays zero.
     if (length == 0.0 || length == 1.0 || std::isnan(length)) {
         return *this;
     }
     // Multiplies by the reciprocal, so (3, 0, 4) gives x = 0.6000000000000001.
-    return *this * (1.0 / length);
+    return Scaled(*this, 1.0 / length);
 }
 
 SFVec3f SFVec3f::Normalize(double& length) const {
