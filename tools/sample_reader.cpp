@@ -26,15 +26,15 @@ double ParseNumber(std::string_view token, const std::string& source, std::size_
     }
     double value = 0.0;
     const std::from_chars_result result = std::from_chars(first, last, value);
-    const std::string quoted = "'" + std::string(token) + "'";
+    const auto quoted = [token] { return "'" + std::string(token) + "'"; };
     if (first == last || result.ptr != last || result.ec == std::errc::invalid_argument) {
-        throw InputError(source, line, quoted + " is not a number");
+        throw InputError(source, line, quoted() + " is not a number");
     }
     if (result.ec == std::errc::result_out_of_range) {
-        throw InputError(source, line, quoted + " is out of the range of a double");
+        throw InputError(source, line, quoted() + " is out of the range of a double");
     }
     if (!std::isfinite(value)) {
-        throw InputError(source, line, quoted + " is not a finite number");
+        throw InputError(source, line, quoted() + " is not a finite number");
     }
     return value;
 }
