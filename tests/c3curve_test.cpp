@@ -35,24 +35,20 @@ TEST(C3CurveLength, LastChordLeftOutAndFromToTrailTheSegmentFound) {
     std::vector<SFVec3f> p{{0, 0, 0}, {1, 0, 0}, {3, 0, 0}, {99, 99, 99}};
     C3Curve curve(p.data(), 3, C3Curve::kLinearInterpolator, 4);
     curve.ComputeIntegratePoints();
-    EXPECT_EQ(curve.GetIntegration(0), 0.75);
-    EXPECT_EQ(curve.GetIntegration(1), 2.25);
-    EXPECT_EQ(curve.GetIntegration(2), 2.25); // the last point's segment goes nowhere
+    // The last point's segment goes nowhere.
+    EXPECT_TRUE(curve.GetIntegration(0) == 0.75 && curve.GetIntegration(1) == 2.25 &&
+                curve.GetIntegration(2) == 2.25);
     // Ten steps of 0.1 add up to just below 1.0: an eleventh sample is taken near t = 1.
     EXPECT_NEAR(curve.SegmentLength(0, 10), 1.0, 1e-12);
     EXPECT_EQ(curve.SegmentLength(0, -3), 0.0); // ends instead of walking away from 1
-    SFVec3f from;
-    SFVec3f to;
+    SFVec3f from, to;
     // d = entry 1 finds segment 1 at t = 1: its end P(2), with from/to P(0), P(1).
     EXPECT_EQ(curve.PointAtDistance(2.25, 0, from, to), p[2]);
-    EXPECT_EQ(from, p[0]);
-    EXPECT_EQ(to, p[1]);
+    EXPECT_TRUE(from == p[0] && to == p[1]);
     // Segment 0 has no point before it: from is held at P(0).
-    EXPECT_EQ(curve.PointAtDistance(0.375, 0, from, to), SFVec3f(0.5, 0, 0));
-    EXPECT_EQ(from, p[0]);
+    EXPECT_TRUE(curve.PointAtDistance(0.375, 0, from, to) == SFVec3f(0.5, 0, 0) && from == p[0]);
     // Past the end: the last point, from the zero-length last segment.
-    EXPECT_EQ(curve.PointAtDistance(100.0, 1, from, to), p[2]);
-    EXPECT_EQ(to, p[2]);
+    EXPECT_TRUE(curve.PointAtDistance(100.0, 1, from, to) == p[2] && to == p[2]);
 }
 
 TEST(C3CurveSpline, EachKindHandsTheStatedFourPointsToTheSpline) {
@@ -71,10 +67,9 @@ TEST(C3CurveSpline, EachKindHandsTheStatedFourPointsToTheSpline) {
             curve.ComputeIntegratePoints();
             const double before = i == 0 ? 0.0 : curve.GetIntegration(i - 1);
             const double d = before + t * (curve.GetIntegration(i) - before);
-            SFVec3f from;
-            SFVec3f to;
-            const SFVec3f got = curve.PointAtDistance(d, 0, from, to);
-            EXPECT_LT((got - want[kind - 2]).Length(), 1e-12) << kind << " " << i;
+            SFVec3f from, to;
+            EXPECT_LT((curve.PointAtDistance(d, 0, from, to) - want[kind - 2]).Length(), 1e-12)
+                << kind << " " << i;
         }
     }
 }
@@ -100,6 +95,5 @@ TEST(C3CurveSharing, CopiesSharePointsAndKeepTheirOwnTable) {
     curve.ControlPoint(1, SFVec3f(4, 0, 0));
     EXPECT_EQ(copy.GetControlPoint(1), SFVec3f(4, 0, 0));
     curve.ComputeIntegratePoints(); // a new table; the copy keeps the one it shared
-    EXPECT_EQ(curve.GetIntegration(0), 2.0);
-    EXPECT_EQ(copy.GetIntegration(0), 1.0);
+    EXPECT_TRUE(curve.GetIntegration(0) == 2.0 && copy.GetIntegration(0) == 1.0);
 }

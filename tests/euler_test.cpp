@@ -26,17 +26,14 @@ TEST(EulerOrders, RoundTripOverAllOrders) {
             SFMatrix m;
             e.Eul_ToSFMatrix(SFVec4f(outer1, middle, outer2, order + 0.9), m);
             const SFVec4f back = e.Eul_FromSFMatrix(m, order);
-            EXPECT_NEAR(back.x, outer1, 1e-12) << "order " << order;
-            EXPECT_NEAR(back.y, middle, 1e-12) << "order " << order;
-            EXPECT_NEAR(back.z, outer2, 1e-12) << "order " << order;
+            const SFVec3f want(outer1, middle, outer2);
+            EXPECT_LT((SFVec3f(back, false) - want).Length(), 1e-12) << order;
             EXPECT_EQ(back.w, order);
             // Through a quaternion: Eul_FromQuat reads q in the column form of SFMatrix(CQuat*),
             // while CQuat(SFMatrix) reads the row form, so the matrix goes in transposed.
             SFMatrix rows = m;
             const SFVec4f viaQuat = e.Eul_FromQuat(CQuat(rows.Transpose()), order);
-            EXPECT_NEAR(viaQuat.x, outer1, 1e-5);
-            EXPECT_NEAR(viaQuat.y, middle, 1e-5);
-            EXPECT_NEAR(viaQuat.z, outer2, 1e-5);
+            EXPECT_LT((SFVec3f(viaQuat, false) - want).Length(), 1e-5) << order;
         }
     }
 }

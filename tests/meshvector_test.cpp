@@ -12,12 +12,10 @@ TEST(MeshReinterpolate, DefaultsFirstThenYScaledOverTheSourceCount) {
     std::vector<SFVec3f> three{{0, 0, 0}, {1, 10, 0}, {8, 20, 4}};
     CAsymMeshVector profile(&three);
     profile.ReinterpolateOverY(5);
-    ASSERT_EQ(profile.GetPoints()->size(), 10u);
-    const double y[] = {0, 7.5, 15, 20, 20};
-    for (int k = 0; k < 5; ++k) { // the five default points first, the samples after them
-        EXPECT_EQ((*profile.GetPoints())[k], SFVec3f(0, 0, 0)) << k;
-        EXPECT_EQ((*profile.GetPoints())[5 + k], SFVec3f(2.0 * k, y[k], k)) << k;
-    }
+    // The five default points first, the samples after them.
+    const std::vector<SFVec3f> want{{0, 0, 0}, {0, 0, 0},   {0, 0, 0},  {0, 0, 0},  {0, 0, 0},
+                                    {0, 0, 0}, {2, 7.5, 1}, {4, 15, 2}, {6, 20, 3}, {8, 20, 4}};
+    EXPECT_EQ(*profile.GetPoints(), want);
     EXPECT_EQ(three.size(), 3u); // the caller's list is left alone
     // One sample divides by zero and is still the first point, after one default.
     profile = CAsymMeshVector(&three);

@@ -47,7 +47,6 @@ TEST(SFVec3fColour, PacksLowBytesOf255ScaleAndUnpacksWithQuarterByteScale) {
 
 TEST(SFVec3fText, WritesPercentFOfEachComponent) {
     char buffer[96];
-    EXPECT_STREQ(SFVec3f(1.0, 2.0, 3.0).String(buffer), "1.000000 2.000000 3.000000");
     EXPECT_EQ(SFVec3f(-0.5, 1e6, 1.0 / 3.0).String(buffer), buffer);
     EXPECT_STREQ(buffer, "-0.500000 1000000.000000 0.333333");
 }
@@ -60,9 +59,7 @@ TEST(SFVec3fNormalize, ExactZeroAndOneShortcutsAndReciprocalProduct) {
     // A product with 1/5 rather than a division by 5: x is 0.6000000000000001, not 0.6.
     double length = 0.0;
     const SFVec3f n = SFVec3f(3.0, 0.0, 4.0).Normalize(length);
-    EXPECT_EQ(length, 5.0);
-    EXPECT_EQ(n.x, 0.6000000000000001);
-    EXPECT_EQ(n.z, 0.8);
+    EXPECT_TRUE(length == 5.0 && n.x == 0.6000000000000001 && n.z == 0.8) << n.x;
     // A NaN length returns the vector unchanged: y stays 1.
     EXPECT_EQ(SFVec3f(kNaN, 1.0, 0.0).Normalize().y, 1.0);
     ExpectBitwise(SFVec3f(0.0, 0.0, 0.0).Scale(2.0), SFVec3f(0.0, 0.0, 0.0));
@@ -71,14 +68,11 @@ TEST(SFVec3fNormalize, ExactZeroAndOneShortcutsAndReciprocalProduct) {
 
 TEST(SFVec3fCompare, ExactEqualityAndUnorderedResultsOfTheOrderings) {
     const SFVec3f v(3.0, 0.0, 4.0);
-    EXPECT_TRUE(v == SFVec3f(3.0, 0.0, 4.0));
     EXPECT_TRUE(v != SFVec3f(3.0, 0.0, std::nextafter(4.0, 5.0)));
     // A NaN component equals anything.
-    EXPECT_TRUE(SFVec3f(kNaN, 0.0, 4.0) == v);
-    EXPECT_FALSE(SFVec3f(kNaN, 0.0, 4.0) != v);
+    EXPECT_TRUE(SFVec3f(kNaN, 0.0, 4.0) == v && !(SFVec3f(kNaN, 0.0, 4.0) != v));
 
     // Against a double the squared length is compared with the double itself.
-    EXPECT_TRUE(v < 30.0);
     EXPECT_FALSE(v < 5.0);
     EXPECT_TRUE(v <= 25.0 && v >= 25.0 && !(v > 25.0));
     EXPECT_TRUE(v < SFVec3f(0.0, 6.0, 0.0) && v >= SFVec3f(5.0, 0.0, 0.0));
@@ -99,12 +93,12 @@ TEST(SFVec3fQuirks, KeptOddRulesOfTheAccessorsAndSelectors) {
     ExpectBitwise(v, SFVec3f(1.0, 7.0, 8.0));
 
     const SFVec3f mixed(2.0, -3.0, 1.0);
-    EXPECT_EQ(mixed.GreatestScalar(), 2.0); // |x| against y itself
-    EXPECT_EQ(mixed.GreatestScalarIndex(), 1);
+    // |x| against y itself.
+    EXPECT_TRUE(mixed.GreatestScalar() == 2.0 && mixed.GreatestScalarIndex() == 1);
     EXPECT_EQ(SFVec3f(1.0, 1.0, 5.0).SmallestScalar(), 5.0);
 
-    EXPECT_TRUE(SFVec3f(0.0, 0.0, 7.0).IsNormalLinear());
-    EXPECT_FALSE(SFVec3f(0.0, 1.0, 7.0).IsNormalLinear());
+    EXPECT_TRUE(SFVec3f(0.0, 0.0, 7.0).IsNormalLinear() &&
+                !SFVec3f(0.0, 1.0, 7.0).IsNormalLinear());
     EXPECT_EQ(SFVec3f(kNaN, -0.0, 7.0).Zeros(), 2); // NaN counts as a zero
     EXPECT_TRUE(SFVec3f(1.0, HUGE_VAL, 0.0).IsNaN());
     // Angle is the logarithm of a closed formula whose product leaves z out: 0 for parallel
@@ -124,9 +118,7 @@ TEST(SFVec3fQuirks, KeptOddRulesOfTheAccessorsAndSelectors) {
     const SFVec3f mine(0.0, kNaN, 1.0);
     const SFVec3f theirs(-0.0, 2.0, kNaN);
     for (const SFVec3f& r : {mine.Minimums(theirs), mine.Maximums(theirs)}) {
-        EXPECT_TRUE(std::signbit(r.x));
-        EXPECT_EQ(r.y, 2.0);
-        EXPECT_TRUE(std::isnan(r.z));
+        EXPECT_TRUE(std::signbit(r.x) && r.y == 2.0 && std::isnan(r.z));
     }
 }
 
