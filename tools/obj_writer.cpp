@@ -1,6 +1,6 @@
 // obj_writer.cpp: the mesh as Wavefront OBJ text.
 #include "mesh_writers.h"
-#include "output_file.h"
+#include "number_text.h"
 
 namespace zq::tool {
 

@@ -1,10 +1,9 @@
-// output_file.cpp: the temporary file, its rename and the number format of the text writers.
+// output_file.cpp: the temporary file and its rename.
 #include "output_file.h"
 
 #include "tool_error.h"
 
 #include <cerrno>
-#include <charconv>
 #include <cstring>
 #include <filesystem>
 #include <system_error>
@@ -41,12 +40,6 @@ void OutputFile::Commit() {
         throw Failure("cannot rename '" + m_temporary + "' to '" + m_path +
                       "': " + error.message());
     }
-}
-
-void PutNumber(std::FILE* out, double v) {
-    char text[32];
-    const std::to_chars_result result = std::to_chars(text, text + sizeof text, v);
-    std::fwrite(text, 1, static_cast<std::size_t>(result.ptr - text), out);
 }
 
 } // namespace zq::tool

@@ -27,9 +27,6 @@ private:
     std::FILE* m_stream;
 };
 
-/// Writes the shortest text that reads back as v exactly.
-void PutNumber(std::FILE* out, double v);
-
 } // namespace zq::tool
 
 #endif

@@ -1,11 +1,10 @@
 // sample_reader.cpp: the line parser and the whole-stream read it works on.
 #include "sample_reader.h"
 
+#include "number_text.h"
 #include "tool_error.h"
 
 #include <cerrno>
-#include <charconv>
-#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -18,23 +17,10 @@ bool IsSeparator(char c) {
 }
 
 /// The number a whole token spells; throws InputError otherwise.
-double ParseNumber(std::string_view token, const std::string& source, std::size_t line) {
-    const char* first = token.data();
-    const char* last = first + token.size();
-    if (first != last && *first == '+') {
-        ++first; // from_chars does not take a leading plus
-    }
+double ParseSampleNumber(std::string_view token, const std::string& source, std::size_t line) {
     double value = 0.0;
-    const std::from_chars_result result = std::from_chars(first, last, value);
-    const auto quoted = [token] { return "'" + std::string(token) + "'"; };
-    if (first == last || result.ptr != last || result.ec == std::errc::invalid_argument) {
-        throw InputError(source, line, quoted() + " is not a number");
-    }
-    if (result.ec == std::errc::result_out_of_range) {
-        throw InputError(source, line, quoted() + " is out of the range of a double");
-    }
-    if (!std::isfinite(value)) {
-        throw InputError(source, line, quoted() + " is not a finite number");
+    if (const char* problem = ParseNumber(token, value)) {
+        throw InputError(source, line, "'" + std::string(token) + "' " + problem);
     }
     return value;
 }
@@ -54,7 +40,7 @@ void ParseLine(std::string_view text, const std::string& source, std::size_t lin
         while (end < text.size() && !IsSeparator(text[end])) {
             ++end;
         }
-        const double value = ParseNumber(text.substr(i, end - i), source, line);
+        const double value = ParseSampleNumber(text.substr(i, end - i), source, line);
         if (count < 3) {
             xyz[count] = value;
         }

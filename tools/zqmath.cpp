@@ -17,6 +17,7 @@ void PrintHelp() {
     std::fputs("usage: zqmath COMMAND [ARGUMENTS]\n"
                "\n"
                "  tin       triangulate height samples; write OBJ, PLY and SVG\n"
+               "  eval      evaluate a postfix expression, such as \"(1,2,3) 2 mul\"\n"
                "  version   print the library's version and release signature\n"
                "\n"
                "'zqmath COMMAND --help' describes a command. --version is 'zqmath version'.\n"
@@ -37,6 +38,9 @@ int Dispatch(const std::vector<std::string>& args) {
     }
     if (command == "tin") {
         return RunTin(rest);
+    }
+    if (command == "eval") {
+        return RunEval(rest);
     }
     if (command == "version" || command == "--version") {
         return RunVersion(rest);

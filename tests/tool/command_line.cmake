@@ -8,7 +8,7 @@ if(NOT dash_version_out STREQUAL version_out)
     message(FATAL_ERROR "--version and version differ:\n${dash_version_out}")
 endif()
 
-foreach(command "" tin version)
+foreach(command "" tin eval version)
     run_tool(help ${command} --help)
     expect_run(help 0 out "usage: zqmath ${command}")
 endforeach()
