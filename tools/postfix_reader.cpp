@@ -14,46 +14,47 @@ struct Operator {
     int code;
     int operands;
     const char* name;
-    const char* symbol; ///< a second name, or null
+    const char* symbol;       ///< a second name, or null
+    const char* operandNames; ///< as the help shows them
     const char* summary;
 };
 
 // Code 22 (a referenced expression) has no name: a text cannot refer to an expression. Codes
 // 23 to 26 do the same, so only 23 is named.
 constexpr Operator kOperators[] = {
-    {1, 2, "add", "+", "a b: a + b, scalars or vectors of one size"},
-    {2, 2, "sub", "-", "a b: a - b"},
-    {3, 2, "mul", "*", "a b: a * b, component-wise"},
-    {4, 2, "div", "/", "u v: u / v, vectors component-wise"},
-    {29, 1, "neg", nullptr, "x: -x"},
-    {9, 1, "sqrt", nullptr, "x: square root"},
-    {10, 1, "abs", nullptr, "x: absolute value"},
-    {15, 2, "pow", nullptr, "x y: x to the power y"},
-    {36, 2, "min", nullptr, "x y: the smaller (x on a tie or NaN)"},
-    {37, 2, "max", nullptr, "x y: the greater (x on a tie or NaN)"},
-    {5, 1, "sin", nullptr, "x: sine (radians)"},
-    {8, 1, "cos", nullptr, "x: cosine"},
-    {6, 1, "tan", nullptr, "x: tangent"},
-    {11, 1, "atan", nullptr, "x: arc tangent"},
-    {27, 0, "pi", nullptr, ": pi"},
-    {14, 1, "sqlen", nullptr, "v: squared length of a 3- or 4-vector, x * x of a scalar"},
-    {18, 2, "dot", nullptr, "u v: dot product of 3-vectors"},
-    {19, 2, "cross", nullptr, "u v: cross product of 3-vectors"},
-    {30, 2, "vec2", nullptr, "x y: the 2-vector (x, y)"},
-    {31, 3, "vec3", nullptr, "x y z: the 3-vector (x, y, z)"},
-    {17, 4, "quat", nullptr, "x y z w: the quaternion"},
-    {12, 2, "eq", "==", "a b: 1 when equal, else 0"},
-    {13, 2, "ne", "!=", "a b: 1 when not equal, else 0"},
-    {16, 1, "not", "!", "a: 1 when a is false, else 0"},
-    {32, 3, "if", nullptr, "c a b: a when c is true, else b"},
-    {35, 0, "true", nullptr, ": a marker that is true and nothing else"},
-    {7, 0, "time", nullptr, ": the marked time / 100"},
-    {28, 0, "m1", nullptr, ": the first matrix (the identity here)"},
-    {33, 0, "m2", nullptr, ": the second matrix (the identity here)"},
-    {34, 0, "m1tom2", nullptr, ": copies m1 into m2, gives m2"},
-    {20, 1, "position", nullptr, "M: the matrix's position row"},
-    {21, 1, "view", nullptr, "M: the matrix's view row"},
-    {23, 3, "rotate", nullptr, "M v s: M turned by the angles v * s about x, y, z"},
+    {1, 2, "add", "+", "a b", "a + b, scalars or vectors of one size"},
+    {2, 2, "sub", "-", "a b", "a - b"},
+    {3, 2, "mul", "*", "a b", "a * b, component-wise"},
+    {4, 2, "div", "/", "u v", "u / v, vectors component-wise"},
+    {29, 1, "neg", nullptr, "x", "-x"},
+    {9, 1, "sqrt", nullptr, "x", "square root"},
+    {10, 1, "abs", nullptr, "x", "absolute value"},
+    {15, 2, "pow", nullptr, "x y", "x to the power y"},
+    {36, 2, "min", nullptr, "x y", "the smaller (x on a tie or NaN)"},
+    {37, 2, "max", nullptr, "x y", "the greater (x on a tie or NaN)"},
+    {5, 1, "sin", nullptr, "x", "sine (radians)"},
+    {8, 1, "cos", nullptr, "x", "cosine"},
+    {6, 1, "tan", nullptr, "x", "tangent"},
+    {11, 1, "atan", nullptr, "x", "arc tangent"},
+    {27, 0, "pi", nullptr, "", "pi"},
+    {14, 1, "sqlen", nullptr, "v", "squared length of a 3- or 4-vector, x * x of a scalar"},
+    {18, 2, "dot", nullptr, "u v", "dot product of 3-vectors"},
+    {19, 2, "cross", nullptr, "u v", "cross product of 3-vectors"},
+    {30, 2, "vec2", nullptr, "x y", "the 2-vector (x, y)"},
+    {31, 3, "vec3", nullptr, "x y z", "the 3-vector (x, y, z)"},
+    {17, 4, "quat", nullptr, "x y z w", "the quaternion"},
+    {12, 2, "eq", "==", "a b", "1 when equal, else 0"},
+    {13, 2, "ne", "!=", "a b", "1 when not equal, else 0"},
+    {16, 1, "not", "!", "a", "1 when a is false, else 0"},
+    {32, 3, "if", nullptr, "c a b", "a when c is true, else b"},
+    {35, 0, "true", nullptr, "", "a marker that is true and nothing else"},
+    {7, 0, "time", nullptr, "", "the marked time / 100"},
+    {28, 0, "m1", nullptr, "", "the first matrix (the identity here)"},
+    {33, 0, "m2", nullptr, "", "the second matrix (the identity here)"},
+    {34, 0, "m1tom2", nullptr, "", "copies m1 into m2, gives m2"},
+    {20, 1, "position", nullptr, "M", "the matrix's position row"},
+    {21, 1, "view", nullptr, "M", "the matrix's view row"},
+    {23, 3, "rotate", nullptr, "M v s", "M turned by the angles v * s about x, y, z"},
 };
 
 const Operator* FindOperator(const std::string& token) {
@@ -174,7 +175,7 @@ void PrintOperators(std::FILE* out) {
         if (op.symbol != nullptr) {
             names += std::string(" ") + op.symbol;
         }
-        std::fprintf(out, "  %-12s %s\n", names.c_str(), op.summary);
+        std::fprintf(out, "  %-10s %-9s %s\n", names.c_str(), op.operandNames, op.summary);
     }
 }
 
