@@ -1,5 +1,6 @@
 // svg_writer.cpp: the plan view, coloured by height, with its legend.
 #include "mesh_writers.h"
+#include "tin_triangulate.h"
 
 #include <algorithm>
 #include <cmath>
@@ -47,22 +48,16 @@ struct View {
         if (mesh.vertices.empty()) {
             return;
         }
-        double maxX = mesh.vertices[0].x, maxZ = mesh.vertices[0].z;
-        minX = maxX;
-        minZ = maxZ;
-        minY = maxY = mesh.vertices[0].y;
-        for (const SFVec3f& v : mesh.vertices) {
-            minX = std::min(minX, v.x);
-            maxX = std::max(maxX, v.x);
-            minZ = std::min(minZ, v.z);
-            maxZ = std::max(maxZ, v.z);
-            minY = std::min(minY, v.y);
-            maxY = std::max(maxY, v.y);
-        }
-        const double extent = std::max(maxX - minX, maxZ - minZ);
+        const C3RRegion box = Bounds(mesh.vertices);
+        const SFVec3f size = box.GetSize();
+        minX = box.GetMinPoint().x;
+        minZ = box.GetMinPoint().z;
+        minY = box.GetMinPoint().y;
+        maxY = box.GetMaxPoint().y;
+        const double extent = std::max(size.x, size.z);
         scale = extent > 0.0 ? kPlotSize / extent : 1.0;
-        width = (maxX - minX) * scale;
-        height = (maxZ - minZ) * scale;
+        width = size.x * scale;
+        height = size.z * scale;
     }
     /// The height as a fraction of the range; the middle for a flat mesh.
     double Level(double y) const { return maxY > minY ? (y - minY) / (maxY - minY) : 0.5; }

@@ -1,9 +1,9 @@
 // tin_report.cpp: the labelled counts and the height statistics of CStatisticsPak.
 #include "tin_report.h"
 
-#include <statisticspak.h>
+#include "tin_triangulate.h"
 
-#include <algorithm>
+#include <statisticspak.h>
 
 namespace zq::tool {
 namespace {
@@ -36,9 +36,7 @@ void PrintTinReport(std::FILE* out, const TinFacts& facts, const std::vector<SFV
     for (const SFVec3f& p : samples) {
         heights.push_back(p.y);
     }
-    const auto [lowest, highest] = std::minmax_element(heights.begin(), heights.end());
-    const double minimum = *lowest;
-    const double maximum = *highest;
+    const C3RRegion box = Bounds(samples);
     CStatisticsPak stats;
     stats.LoadData(heights.data(), static_cast<int>(heights.size()));
     stats.Calculate();
@@ -51,9 +49,9 @@ void PrintTinReport(std::FILE* out, const TinFacts& facts, const std::vector<SFV
     Line(out, "triangles", facts.triangles);
     Line(out, "triangulation time", Seconds(facts.triangulationSeconds));
     Line(out, "total time", Seconds(facts.totalSeconds));
-    Line(out, "height minimum", minimum);
+    Line(out, "height minimum", box.GetMinPoint().y);
     Line(out, "height median", stats.GetMedian());
-    Line(out, "height maximum", maximum);
+    Line(out, "height maximum", box.GetMaxPoint().y);
     Line(out, "height mean", stats.GetMean());
     Line(out, "height average deviation", stats.GetAverageDeviation());
     Line(out, "height standard deviation", stats.GetStandardDeviation());
