@@ -1,34 +1,67 @@
-// zqmath: the library's command-line tool.
-#include <zqmath.h>
+// zqmath: the library's command-line tool. Dispatches to the subcommands and turns failures
+// into messages and exit statuses.
+#include "commands.h"
+#include "tool_error.h"
 
 #include <cstdio>
-#include <cstring>
+#include <exception>
+#include <new>
+#include <string>
+#include <vector>
 
 namespace {
 
-void PrintVersion() {
-    BindMathServices(nullptr);
-    std::printf("zqmath %s\n%s", ZQMATH_VERSION_STRING, CMathDLL::OnlyInstance()->Signature());
-    UnbindMathServices(0);
+using namespace zq::tool;
+
+void PrintHelp() {
+    std::fputs("usage: zqmath COMMAND [ARGUMENTS]\n"
+               "\n"
+               "  tin       triangulate height samples; write OBJ, PLY and SVG\n"
+               "  eval      evaluate a postfix expression, such as \"(1,2,3) 2 mul\"\n"
+               "  version   print the library's version and release signature\n"
+               "\n"
+               "'zqmath COMMAND --help' describes a command. --version is 'zqmath version'.\n"
+               "\n"
+               "example: zqmath tin --obj terrain.obj --svg terrain.svg\n",
+               stdout);
 }
 
-int Usage(std::FILE* out, int status) {
-    std::fprintf(out, "usage: zqmath version | --version | --help\n"
-                      "  version   print the library's version and release signature\n");
-    return status;
+int Dispatch(const std::vector<std::string>& args) {
+    if (args.empty()) {
+        throw UsageError("", "no command given");
+    }
+    const std::string& command = args[0];
+    const std::vector<std::string> rest(args.begin() + 1, args.end());
+    if (command == "--help" || command == "-h" || command == "help") {
+        PrintHelp();
+        return 0;
+    }
+    if (command == "tin") {
+        return RunTin(rest);
+    }
+    if (command == "eval") {
+        return RunEval(rest);
+    }
+    if (command == "version" || command == "--version") {
+        return RunVersion(rest);
+    }
+    throw UsageError("", "unknown command '" + command + "'");
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc < 2 || std::strcmp(argv[1], "version") == 0 ||
-        std::strcmp(argv[1], "--version") == 0) {
-        PrintVersion();
-        return 0;
+    try {
+        return Dispatch(std::vector<std::string>(argv + 1, argv + argc));
+    } catch (const ToolError& e) {
+        std::fprintf(stderr, "%s\n", e.what());
+        return e.Status();
+    } catch (const std::bad_alloc&) {
+        std::fputs("zqmath: out of memory\n", stderr);
+    } catch (const std::exception& e) {
+        std::fprintf(stderr, "zqmath: internal error: %s\n", e.what());
+    } catch (...) {
+        std::fputs("zqmath: internal error\n", stderr);
     }
-    if (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0) {
-        return Usage(stdout, 0);
-    }
-    std::fprintf(stderr, "zqmath: unknown command '%s'\n", argv[1]);
-    return Usage(stderr, 2);
+    return kStatusFailure;
 }

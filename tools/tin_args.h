@@ -1,0 +1,27 @@
+// tin_args.h: the command line of `zqmath tin`.
+#ifndef ZQMATH_TOOLS_TIN_ARGS_H
+#define ZQMATH_TOOLS_TIN_ARGS_H
+
+#include <string>
+#include <vector>
+
+namespace zq::tool {
+
+/// What `zqmath tin` was asked to do.
+struct TinOptions {
+    bool help = false;
+    /// Empty for the built-in sample terrain, "-" for standard input.
+    std::string input;
+    /// Output paths; empty when that file is not wanted.
+    std::string obj;
+    std::string ply;
+    std::string svg;
+};
+
+/// The options of the arguments after "tin": [FILE|-] [--obj OUT] [--ply OUT] [--svg OUT],
+/// "--obj=OUT" also accepted. Throws UsageError.
+TinOptions ParseTinArguments(const std::vector<std::string>& args);
+
+} // namespace zq::tool
+
+#endif
