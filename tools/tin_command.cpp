@@ -114,7 +114,8 @@ int RunTin(const std::vector<std::string>& args) {
     TinFacts facts;
     facts.input = InputName(options.input);
     facts.inserted = triangulation.inserted;
-    facts.dropped = triangulation.dropped;
+    facts.duplicates = triangulation.duplicates;
+    facts.rejected = triangulation.rejected;
     facts.triangles = mesh.triangles.size();
     facts.written = WriteOutputs(options, mesh);
     facts.triangulationSeconds = Seconds(triangulationTime);

@@ -11,12 +11,16 @@
 
 namespace zq::tool {
 
+/// Three zero-based vertex indices, counter-clockwise seen from above.
+using Triangle = std::array<std::uint32_t, 3>;
+
 /// The samples that became vertices, in insertion order, and the triangles between them,
-/// counter-clockwise seen from above (+y), so that their normals point up. The corners of the
-/// enclosing triangle and the triangles that use them are left out.
+/// counter-clockwise seen from above (+y), so that their normals point up, each starting at its
+/// smallest index and sorted. The corners of the enclosing triangle and the triangles that use
+/// them are left out.
 struct Mesh {
     std::vector<SFVec3f> vertices;
-    std::vector<std::array<std::uint32_t, 3>> triangles;
+    std::vector<Triangle> triangles;
 };
 
 /// The mesh of a subdivision.

@@ -45,7 +45,10 @@ void PrintTinReport(std::FILE* out, const TinFacts& facts, const std::vector<SFV
     Line(out, "input", facts.input);
     Line(out, "samples read", samples.size());
     Line(out, "vertices inserted", facts.inserted);
-    Line(out, "samples dropped", std::to_string(facts.dropped) + " (duplicates, failed walks)");
+    Line(out, "samples dropped",
+         std::to_string(facts.duplicates + facts.rejected) + " (" +
+             std::to_string(facts.duplicates) + " duplicates, " + std::to_string(facts.rejected) +
+             " out of range)");
     Line(out, "triangles", facts.triangles);
     Line(out, "triangulation time", Seconds(facts.triangulationSeconds));
     Line(out, "total time", Seconds(facts.totalSeconds));

@@ -15,7 +15,8 @@ namespace zq::tool {
 struct TinFacts {
     std::string input;
     std::size_t inserted = 0;
-    std::size_t dropped = 0;
+    std::size_t duplicates = 0;
+    std::size_t rejected = 0;
     std::size_t triangles = 0;
     double triangulationSeconds = 0.0;
     double totalSeconds = 0.0;

@@ -1,7 +1,8 @@
-// tin_triangulate.cpp: the enclosing triangle and the subdivision's constructor.
+// tin_triangulate.cpp: the enclosing triangle and the spatially ordered build.
 #include "tin_triangulate.h"
 
 #include <algorithm>
+#include <array>
 
 namespace zq::tool {
 
@@ -26,18 +27,16 @@ Triangulation Triangulate(const std::vector<SFVec3f>& samples, const ProgressHoo
     const SFVec3f b(centre.x + 6.0 * h, centre.y, centre.z - 2.0 * h);
     const SFVec3f c(centre.x, centre.y, centre.z + 4.0 * h);
 
-    if (progress) {
-        progress(0, samples.size());
-    }
+    C2SubdivisionOptions options;
+    options.corners = std::array<SFVec3f, 3>{a, b, c};
+    options.progress = progress;
+    C2SubdivisionBuild built = C2Subdivision::Build(samples, options);
     Triangulation t;
-    // The constructor only reads the samples.
-    t.subdivision =
-        std::make_unique<C2Subdivision>(const_cast<std::vector<SFVec3f>*>(&samples), a, b, c);
-    t.inserted = t.subdivision->GetVertexCount() - 3;
-    t.dropped = samples.size() - t.inserted;
-    if (progress) {
-        progress(samples.size(), samples.size());
-    }
+    // A copy of a subdivision shares its records: this one outlives the build result.
+    t.subdivision = std::make_unique<C2Subdivision>(built.subdivision);
+    t.inserted = built.kept;
+    t.duplicates = built.duplicates;
+    t.rejected = built.rejected;
     return t;
 }
 

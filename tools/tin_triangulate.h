@@ -21,14 +21,17 @@ struct Triangulation {
     std::unique_ptr<C2Subdivision> subdivision;
     /// Samples that became vertices.
     std::size_t inserted = 0;
-    /// Samples left out: duplicates in x-z and samples the walk could not place.
-    std::size_t dropped = 0;
+    /// Samples left out within 1e-5 in x-z of an earlier one.
+    std::size_t duplicates = 0;
+    /// Samples left out with coordinates too large or too small to triangulate exactly.
+    std::size_t rejected = 0;
 };
 
 /// The box around samples (at least one).
 C3RRegion Bounds(const std::vector<SFVec3f>& samples);
 /// The Delaunay triangulation of samples (at least one) in x-z, heights in y, inside a
-/// counter-clockwise triangle well around their bounds. A null progress is not called.
+/// counter-clockwise triangle well around their bounds, built in spatial order with exact
+/// predicates. A null progress is not called.
 Triangulation Triangulate(const std::vector<SFVec3f>& samples, const ProgressHook& progress);
 
 } // namespace zq::tool

@@ -20,14 +20,14 @@ math(EXPR expected_length "${body} + 2 * (5 * 24 + 4 * 13)")
 if(end EQUAL -1 OR NOT length EQUAL expected_length)
     message(FATAL_ERROR "five.ply: ${length} hex digits, expected ${expected_length}")
 endif()
-# The first vertex (0, 1, 0) and the first face (3 5 4, zero-based), least significant byte first.
+# The first vertex (0, 1, 0) and the first face (1 4 5, zero-based 0 3 4), least significant byte first.
 string(SUBSTRING "${ply}" ${body} 48 vertex)
 if(NOT vertex STREQUAL "0000000000000000000000000000f03f0000000000000000")
     message(FATAL_ERROR "five.ply: first vertex ${vertex}")
 endif()
 math(EXPR face "${body} + 2 * 5 * 24")
 string(SUBSTRING "${ply}" ${face} 26 face)
-if(NOT face STREQUAL "03020000000400000003000000")
+if(NOT face STREQUAL "03000000000300000004000000")
     message(FATAL_ERROR "five.ply: first face ${face}")
 endif()
 
