@@ -4,6 +4,7 @@
 #include "c3matrix.h"
 #include "cquat.h"
 #include "transform/general_inverse.h"
+#include "transform/matrix_index.h"
 #include "transform/rotation_detail.h"
 #include "vector/vector_detail.h"
 #include "zqexception.h"
@@ -13,20 +14,17 @@
 
 namespace {
 
-/// The linear index of m[r][c].
-constexpr int Index(int r, int c) {
-    return 4 * r + c;
-}
+using zq::detail::Index4;
 
 /// out = (x, y, z, w)·m: w exactly 1.0 adds row 3, exactly 0.0 leaves it out. Inlined here so
 /// that the point loops run without calls; each sum keeps its order.
 inline void Homogeneous(const double* m, double x, double y, double z, double w, double* out) {
     for (int c = 0; c < 4; ++c) {
-        out[c] = x * m[Index(0, c)] + y * m[Index(1, c)] + z * m[Index(2, c)];
+        out[c] = x * m[Index4(0, c)] + y * m[Index4(1, c)] + z * m[Index4(2, c)];
         if (w == 1.0) {
-            out[c] += m[Index(3, c)];
+            out[c] += m[Index4(3, c)];
         } else if (w != 0.0) {
-            out[c] += w * m[Index(3, c)];
+            out[c] += w * m[Index4(3, c)];
         }
     }
 }
@@ -46,10 +44,10 @@ inline SFVec3f TransformedPoint(const double* m, const SFVec3f& p) {
 inline void SumProduct(double* out, const double* a, const double* b) {
     for (int i = 0; i < 4; ++i) {
         for (int k = 0; k < 4; ++k) {
-            double& sum = out[Index(i, k)];
+            double& sum = out[Index4(i, k)];
             sum = 0.0;
             for (int j = 0; j < 4; ++j) {
-                sum += b[Index(i, j)] * a[Index(j, k)];
+                sum += b[Index4(i, j)] * a[Index4(j, k)];
             }
         }
     }
@@ -80,7 +78,7 @@ SFMatrix::SFMatrix(double e00, double e01, double e02, double e03, double e10, d
 SFMatrix::SFMatrix(float* f, bool rowMajor) {
     for (int r = 0; r < 4; ++r) {
         for (int c = 0; c < 4; ++c) {
-            m_element[Index(r, c)] = rowMajor ? f[Index(r, c)] : f[Index(c, r)];
+            m_element[Index4(r, c)] = rowMajor ? f[Index4(r, c)] : f[Index4(c, r)];
         }
     }
 }
@@ -122,7 +120,7 @@ SFMatrix::SFMatrix(CQuat* q) {
     zq::detail::QuaternionRotation(*q, s, e);
     for (int r = 0; r < 3; ++r) {
         for (int c = 0; c < 3; ++c) {
-            m_element[Index(r, c)] = e[3 * r + c];
+            m_element[Index4(r, c)] = e[3 * r + c];
         }
     }
 }
@@ -131,7 +129,7 @@ SFMatrix::SFMatrix(C3Matrix const& m3) {
     Identity();
     for (int r = 0; r < 3; ++r) {
         for (int c = 0; c < 3; ++c) {
-            m_element[Index(r, c)] = m3[3 * r + c];
+            m_element[Index4(r, c)] = m3[3 * r + c];
         }
     }
 }
@@ -164,11 +162,11 @@ double SFMatrix::GetElement(long i) const {
 }
 
 double& SFMatrix::At(short r, short c) {
-    return m_element[Index(r, c)];
+    return m_element[Index4(r, c)];
 }
 
 double SFMatrix::ValueAt(short r, short c) const {
-    return m_element[Index(r, c)];
+    return m_element[Index4(r, c)];
 }
 
 SFVec3f SFMatrix::GetLeftVector() const {
@@ -191,9 +189,9 @@ namespace {
 
 /// Overwrites columns 0..2 of row r with v.
 void SetRow(double* m, int r, const SFVec3f& v) {
-    m[Index(r, 0)] = v.x;
-    m[Index(r, 1)] = v.y;
-    m[Index(r, 2)] = v.z;
+    m[Index4(r, 0)] = v.x;
+    m[Index4(r, 1)] = v.y;
+    m[Index4(r, 2)] = v.z;
 }
 
 } // namespace
@@ -270,13 +268,13 @@ void SFMatrix::PostConcatMatrix(SFMatrix const& A, SFMatrix const& B) {
         // concatenated transforms must match the original bit for bit.
         float a[4];
         for (int j = 0; j < 4; ++j) {
-            a[j] = static_cast<float>(A.m_element[Index(i, j)]);
+            a[j] = static_cast<float>(A.m_element[Index4(i, j)]);
         }
         for (int k = 0; k < 4; ++k) {
-            m_element[Index(i, k)] = static_cast<double>(a[0]) * b.m_element[Index(0, k)] +
-                                     static_cast<double>(a[1]) * b.m_element[Index(1, k)] +
-                                     static_cast<double>(a[2]) * b.m_element[Index(2, k)] +
-                                     static_cast<double>(a[3]) * b.m_element[Index(3, k)];
+            m_element[Index4(i, k)] = static_cast<double>(a[0]) * b.m_element[Index4(0, k)] +
+                                      static_cast<double>(a[1]) * b.m_element[Index4(1, k)] +
+                                      static_cast<double>(a[2]) * b.m_element[Index4(2, k)] +
+                                      static_cast<double>(a[3]) * b.m_element[Index4(3, k)];
         }
     }
 }
@@ -335,9 +333,9 @@ void SFMatrix::TranslateBy(SFVec3f const& t) {
 
 void SFMatrix::Scale(SFVec3f const& s) {
     Identity();
-    m_element[Index(0, 0)] = s.x;
-    m_element[Index(1, 1)] = s.y;
-    m_element[Index(2, 2)] = s.z;
+    m_element[Index4(0, 0)] = s.x;
+    m_element[Index4(1, 1)] = s.y;
+    m_element[Index4(2, 2)] = s.z;
 }
 
 void SFMatrix::ScaleBy(SFVec3f const& s, SFVec3f const& t) {
@@ -347,9 +345,9 @@ void SFMatrix::ScaleBy(SFVec3f const& s, SFVec3f const& t) {
     const double offset[3] = {t.x, t.y, t.z};
     for (int j = 0; j < 3; ++j) {
         for (int r = 0; r < 3; ++r) {
-            m_element[Index(r, j)] *= scale[j];
+            m_element[Index4(r, j)] *= scale[j];
         }
-        m_element[Index(3, j)] = m_element[Index(3, j)] * scale[j] + offset[j];
+        m_element[Index4(3, j)] = m_element[Index4(3, j)] * scale[j] + offset[j];
     }
 }
 
@@ -357,7 +355,7 @@ void SFMatrix::PostScale(double const& sx, double const& sy, double const& sz) {
     const double factor[3] = {sx, sy, sz};
     for (int r = 0; r < 3; ++r) {
         for (int c = 0; c < 4; ++c) {
-            m_element[Index(r, c)] *= factor[r];
+            m_element[Index4(r, c)] *= factor[r];
         }
     }
 }
@@ -366,7 +364,7 @@ void SFMatrix::PostTranslate(double const& tx, double const& ty, double const& t
     const double offset[3] = {tx, ty, tz};
     for (int c = 0; c < 4; ++c) {
         for (int r = 0; r < 3; ++r) {
-            m_element[Index(r, c)] += offset[r] * m_element[Index(3, c)];
+            m_element[Index4(r, c)] += offset[r] * m_element[Index4(3, c)];
         }
     }
 }
@@ -415,8 +413,8 @@ SFVec3f SFMatrix::TransformVector(SFVec3f const& v) const {
 
 SFVec3f SFMatrix::operator*(SFVec3f const& p) const {
     // The divisor is the plain sum of column 3, whatever the point: kept on purpose.
-    const double w = m_element[Index(3, 3)] + m_element[Index(2, 3)] + m_element[Index(1, 3)] +
-                     m_element[Index(0, 3)];
+    const double w = m_element[Index4(3, 3)] + m_element[Index4(2, 3)] + m_element[Index4(1, 3)] +
+                     m_element[Index4(0, 3)];
     const SFVec4f h = TransformPoint(SFVec4f(p));
     return SFVec3f(h.x / w, h.y / w, h.z / w);
 }

@@ -1,6 +1,7 @@
 // SFMatrix: inversion without pivoting, determinant, transposes, normalisation, decomposition.
 #include "sfmatrix.h"
 
+#include "transform/matrix_index.h"
 #include "vector/vector_detail.h"
 #include "zqexception.h"
 
@@ -9,10 +10,7 @@
 
 namespace {
 
-/// The linear index of m[r][c].
-constexpr int Index(int r, int c) {
-    return 4 * r + c;
-}
+using zq::detail::Index4;
 
 /// Below this a row scale or a pivot makes the determinant 0.0.
 constexpr double kDeterminantFloor = 1e-6;
@@ -21,7 +19,7 @@ constexpr double kDeterminantFloor = 1e-6;
 double RowScale(const SFMatrix& m, int r) {
     double largest = 0.0;
     for (int c = 0; c < 4; ++c) {
-        largest = std::fmax(largest, std::fabs(m[Index(r, c)]));
+        largest = std::fmax(largest, std::fabs(m[Index4(r, c)]));
     }
     return largest;
 }
@@ -30,7 +28,7 @@ double RowScale(const SFMatrix& m, int r) {
 int PivotColumn(const SFMatrix& a, int i) {
     int p = i;
     for (int c = i + 1; c < 4; ++c) {
-        if (std::fabs(a[Index(i, c)]) > std::fabs(a[Index(i, p)])) {
+        if (std::fabs(a[Index4(i, c)]) > std::fabs(a[Index4(i, p)])) {
             p = c;
         }
     }
@@ -44,19 +42,19 @@ SFMatrix& SFMatrix::Invert() {
     SFMatrix t;
     t.Identity();
     for (int i = 0; i < 4; ++i) {
-        const double r = 1.0 / m_element[Index(i, i)];
+        const double r = 1.0 / m_element[Index4(i, i)];
         for (int c = 0; c < 4; ++c) {
-            m_element[Index(i, c)] *= r;
-            t.m_element[Index(i, c)] *= r;
+            m_element[Index4(i, c)] *= r;
+            t.m_element[Index4(i, c)] *= r;
         }
         for (int j = 0; j < 4; ++j) {
-            const double f = m_element[Index(j, i)];
+            const double f = m_element[Index4(j, i)];
             if (j == i || f == 0.0) {
                 continue;
             }
             for (int c = 0; c < 4; ++c) {
-                m_element[Index(j, c)] -= f * m_element[Index(i, c)];
-                t.m_element[Index(j, c)] -= f * t.m_element[Index(i, c)];
+                m_element[Index4(j, c)] -= f * m_element[Index4(i, c)];
+                t.m_element[Index4(j, c)] -= f * t.m_element[Index4(i, c)];
             }
         }
     }
@@ -79,56 +77,56 @@ double SFMatrix::GetDeterminant() const {
         }
         if (scale[r] != 1.0) {
             for (int c = 0; c < 4; ++c) {
-                a[Index(r, c)] /= scale[r];
+                a[Index4(r, c)] /= scale[r];
             }
         }
     }
     double det = 1.0;
     for (int i = 0; i < 3; ++i) {
         const int p = PivotColumn(a, i);
-        if (std::fabs(a[Index(i, p)]) < kDeterminantFloor) {
+        if (std::fabs(a[Index4(i, p)]) < kDeterminantFloor) {
             return 0.0;
         }
         if (p != i) {
             det = -det;
             for (int r = i; r < 4; ++r) {
-                std::swap(a[Index(r, i)], a[Index(r, p)]);
+                std::swap(a[Index4(r, i)], a[Index4(r, p)]);
             }
         }
-        det *= a[Index(i, i)];
+        det *= a[Index4(i, i)];
         // The pivot search has put a pivot of at least the floor at a[i][i].
         for (int k = i + 1; k < 4; ++k) {
-            const double f = a[Index(k, i)] / a[Index(i, i)];
+            const double f = a[Index4(k, i)] / a[Index4(i, i)];
             if (f != 0.0) {
                 for (int c = i + 1; c < 4; ++c) {
-                    a[Index(k, c)] -= f * a[Index(i, c)];
+                    a[Index4(k, c)] -= f * a[Index4(i, c)];
                 }
             }
         }
     }
     // Row 3's scale is deliberately not multiplied back: callers get the determinant divided
     // by it, as they always have.
-    return det * a[Index(3, 3)] * scale[0] * scale[1] * scale[2];
+    return det * a[Index4(3, 3)] * scale[0] * scale[1] * scale[2];
 }
 
 SFMatrix& SFMatrix::Transpose() {
     const SFMatrix copy(*this);
     for (int r = 0; r < 4; ++r) {
         for (int c = 0; c < 4; ++c) {
-            m_element[Index(r, c)] = copy.m_element[Index(c, r)];
+            m_element[Index4(r, c)] = copy.m_element[Index4(c, r)];
         }
     }
     return *this;
 }
 
 void SFMatrix::TransposeRM() {
-    std::swap(m_element[Index(0, 1)], m_element[Index(1, 0)]);
-    std::swap(m_element[Index(0, 2)], m_element[Index(2, 0)]);
-    std::swap(m_element[Index(1, 2)], m_element[Index(2, 1)]);
+    std::swap(m_element[Index4(0, 1)], m_element[Index4(1, 0)]);
+    std::swap(m_element[Index4(0, 2)], m_element[Index4(2, 0)]);
+    std::swap(m_element[Index4(1, 2)], m_element[Index4(2, 1)]);
 }
 
 void SFMatrix::Normalize() {
-    const double w = m_element[Index(3, 3)];
+    const double w = m_element[Index4(3, 3)];
     // A NaN counts as zero here, as the original's comparison took it.
     if (zq::detail::EqualOrUnordered(w, 0.0)) {
         throw CZqMathException(6, nullptr);
@@ -152,11 +150,11 @@ void SFMatrix::RecoverVectors(SFVec3f& left, SFVec3f& up, SFVec3f& view, SFVec3f
 }
 
 SFVec3f SFMatrix::GetEulerAngles() const {
-    const double ey = std::atan2(-m_element[Index(2, 0)], m_element[Index(2, 2)]);
-    const double ex = std::asin(m_element[Index(2, 1)]);
-    const double ez = m_element[Index(0, 1)] == 0.0 && m_element[Index(1, 1)] == 0.0
-                          ? std::atan2(m_element[Index(1, 0)], m_element[Index(0, 0)])
-                          : std::atan2(-m_element[Index(0, 1)], m_element[Index(1, 1)]);
+    const double ey = std::atan2(-m_element[Index4(2, 0)], m_element[Index4(2, 2)]);
+    const double ex = std::asin(m_element[Index4(2, 1)]);
+    const double ez = m_element[Index4(0, 1)] == 0.0 && m_element[Index4(1, 1)] == 0.0
+                          ? std::atan2(m_element[Index4(1, 0)], m_element[Index4(0, 0)])
+                          : std::atan2(-m_element[Index4(0, 1)], m_element[Index4(1, 1)]);
     return SFVec3f(ex, ey, ez);
 }
 
@@ -167,13 +165,13 @@ void SFMatrix::SetEulerAngles(SFVec3f const& e) {
     const double cy = std::cos(e.y);
     const double sz = std::sin(e.z);
     const double cz = std::cos(e.z);
-    m_element[Index(0, 0)] = cz * cy - sz * sy * sx;
-    m_element[Index(0, 1)] = -(sz * cx);
-    m_element[Index(0, 2)] = cy * sz * sx + cz * sy;
-    m_element[Index(1, 0)] = cz * sy * sx + cy * sz;
-    m_element[Index(1, 1)] = cz * cx;
-    m_element[Index(1, 2)] = sz * sy - cz * cy * sx;
-    m_element[Index(2, 0)] = -(sy * cx);
-    m_element[Index(2, 1)] = sx;
-    m_element[Index(2, 2)] = cy * cx;
+    m_element[Index4(0, 0)] = cz * cy - sz * sy * sx;
+    m_element[Index4(0, 1)] = -(sz * cx);
+    m_element[Index4(0, 2)] = cy * sz * sx + cz * sy;
+    m_element[Index4(1, 0)] = cz * sy * sx + cy * sz;
+    m_element[Index4(1, 1)] = cz * cx;
+    m_element[Index4(1, 2)] = sz * sy - cz * cy * sx;
+    m_element[Index4(2, 0)] = -(sy * cx);
+    m_element[Index4(2, 1)] = sx;
+    m_element[Index4(2, 2)] = cy * cx;
 }

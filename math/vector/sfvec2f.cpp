@@ -10,11 +10,6 @@
 #include <cstdint>
 #include <utility>
 
-// The predicates' signs depend on every product being rounded on its own: never fuse them.
-#if defined(__clang__)
-#pragma clang fp contract(off)
-#endif
-
 namespace {
 
 /// The distance below which two points are equal: the library tolerance, held on its own.
