@@ -12,6 +12,7 @@
 #include <limits>
 #include <random>
 #include <set>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -131,10 +132,35 @@ TEST(RobustPredicates, RightWhereRoundingFlipsTheSign) {
     }
 }
 
+/// The quad-edge algebra on every directed edge, primal and dual: Onext and Oprev inverse, the
+/// dual rings consistent with the primal ones, every face (the outer one too) a triangle whose
+/// sides meet end to end. Returns the number of edges marked boundary.
+int ExpectWellFormed(const C2Subdivision& s) {
+    int boundary = 0;
+    for (std::size_t r = 0; r < s.GetEdgeCount(); ++r) {
+        C2QuadEdge& q = *s.GetEdgeAt(r);
+        for (short k = 0; k < 4; ++k) {
+            C2Edge* e = &q[k];
+            EXPECT_EQ(e->Onext()->Oprev(), e) << r;
+            EXPECT_EQ(e->Rot()->Onext()->Rot()->Onext(), e) << r;
+            if (k % 2 == 1) {
+                EXPECT_EQ(e->Org(), nullptr) << r;
+                continue;
+            }
+            EXPECT_EQ(e->Onext()->Org(), e->Org()) << r;
+            EXPECT_EQ(e->Lnext()->Org(), e->Dest()) << r;
+            EXPECT_EQ(e->Lnext()->Lnext()->Lnext(), e) << r;
+            boundary += e->IsBoundaryEdge() ? 1 : 0;
+        }
+    }
+    return boundary;
+}
+
 TEST(SubdivisionBuild, SameTrianglesAsTheConstructorInGeneralPosition) {
     const SFVec3f a(-600, 0, -600), b(600, 0, -600), c(0, 0, 600);
-    for (unsigned seed : {1u, 2u}) {
-        Samples points = Random(500, seed);
+    // The larger input links its records on two threads.
+    for (auto [n, seed] : {std::pair{500u, 1u}, std::pair{6000u, 2u}}) {
+        Samples points = Random(n, seed);
         const C2Subdivision original(&points, a, b, c);
         C2SubdivisionOptions options;
         options.corners = std::array<SFVec3f, 3>{a, b, c};
@@ -143,6 +169,9 @@ TEST(SubdivisionBuild, SameTrianglesAsTheConstructorInGeneralPosition) {
         EXPECT_EQ(AsSets(built.subdivision.GetTriangles(true)),
                   AsSets(original.GetTriangles(true)));
         EXPECT_EQ(built.subdivision.GetEdgeCount(), original.GetEdgeCount());
+        ExpectWellFormed(original);
+        // Only the enclosing triangle's edges are marked.
+        EXPECT_EQ(ExpectWellFormed(built.subdivision), 3);
     }
 }
 

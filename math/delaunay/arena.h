@@ -24,6 +24,15 @@ public:
     Arena(const Arena&) = delete;
     Arena& operator=(const Arena&) = delete;
 
+    /// Makes room for count more objects in the current chunk, so that they lie side by side.
+    void Reserve(std::size_t count) {
+        if (m_capacity - m_used < count) {
+            m_capacity = count;
+            m_chunks.emplace_back(new Slot[m_capacity]);
+            m_used = 0;
+        }
+    }
+
     /// A new object built from args, in a released slot if there is one.
     template <class... Args>
     T* Create(Args&&... args) {

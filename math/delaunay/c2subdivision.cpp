@@ -1,7 +1,6 @@
 // C2Subdivision: incremental Delaunay triangulation of height samples in the x-z plane.
 #include "c2subdivision.h"
 
-#include "delaunay/connectsite.h"
 #include "delaunay/edgelinks.h"
 #include "delaunay/edgestore.h"
 
@@ -26,13 +25,10 @@ bool NearAnEnd(const SFVec2f& x, const C2Edge* e) {
 }
 
 /// The swap test of the constructor: plain floating point, as callers have always had it.
-struct FloatSwapTest {
-    bool operator()(const SFVec3f& org, const SFVec3f& apex, const SFVec3f& dest,
-                    const SFVec3f& site) const {
-        return SFVec2f::ccw(apex.XZ(), dest.XZ(), org.XZ()) &&
-               SFVec2f::InCircle(org.XZ(), apex.XZ(), dest.XZ(), site.XZ());
-    }
-};
+bool NeedsSwap(const SFVec3f& org, const SFVec3f& apex, const SFVec3f& dest, const SFVec3f& site) {
+    return SFVec2f::ccw(apex.XZ(), dest.XZ(), org.XZ()) &&
+           SFVec2f::InCircle(org.XZ(), apex.XZ(), dest.XZ(), site.XZ());
+}
 
 /// True for the unbounded face of the bare enclosing triangle: its three corners (vertices 0,
 /// 1, 2, counter-clockwise) met in clockwise order.
@@ -208,7 +204,33 @@ void C2Subdivision::InsertSite(const SFVec3f& p, short&) {
         e = EdgeLinks::Oprev(e);
         C2Edge::DeleteEdge(EdgeLinks::Onext(e), &C2Edge::sfSubdivision);
     }
-    ConnectSite(e, NewVertex(p), FloatSwapTest());
+    ConnectSite(e, NewVertex(p));
+}
+
+void C2Subdivision::ConnectSite(C2Edge* e, SFVec3f* site) {
+    // New records go to this subdivision, as MakeEdge and Connect would register them.
+    C2Edge::sfSubdivision = this;
+    C2Edge* base = m_store->NewEdge();
+    EdgeLinks::SetEnds(base, EdgeLinks::Org(e), site);
+    EdgeLinks::Splice(base, e);
+    m_startingEdge = base;
+    do {
+        C2Edge* joined = m_store->NewEdge();
+        EdgeLinks::Connect(joined, e, EdgeLinks::Sym(base));
+        base = joined;
+        e = EdgeLinks::Oprev(base);
+    } while (EdgeLinks::Lnext(e) != m_startingEdge);
+    for (;;) {
+        const C2Edge* t = EdgeLinks::Oprev(e);
+        if (NeedsSwap(*e->Org(), *EdgeLinks::Sym(t)->Org(), *EdgeLinks::Sym(e)->Org(), *site)) {
+            EdgeLinks::Swap(e);
+            e = EdgeLinks::Oprev(e);
+        } else if (EdgeLinks::Onext(e) == m_startingEdge) {
+            return;
+        } else {
+            e = EdgeLinks::Lprev(EdgeLinks::Onext(e));
+        }
+    }
 }
 
 SFVec3f C2Subdivision::PointSolutionFor(SFVec2f p, double, double) const {

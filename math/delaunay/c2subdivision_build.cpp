@@ -1,12 +1,18 @@
 // C2Subdivision::Build: the spatially ordered, exact construction for large terrains.
 #include "c2subdivision.h"
 
-#include "delaunay/robust_inserter.h"
+#include "delaunay/flat_triangulation.h"
+#include "delaunay/quadedge_assembly.h"
 #include "delaunay/robust_predicates.h"
 #include "delaunay/spatial_order.h"
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <future>
+#include <memory>
+#include <optional>
+#include <stdexcept>
 #include <unordered_map>
 #include <utility>
 
@@ -14,7 +20,6 @@ namespace {
 
 using zq::detail::Site;
 using Corners = std::array<SFVec3f, 3>;
-using zq::detail::VertexPairs;
 
 /// Closer than this in x-z, a sample duplicates an earlier one.
 constexpr double kSameSiteDistance = 1e-5;
@@ -25,6 +30,8 @@ constexpr double kShortEdge = kSameSiteDistance * (1.0 + 1e-9);
 /// and their exact arithmetic never underflows.
 constexpr double kSmallest = 1e-30;
 constexpr double kLargest = 1e30;
+/// The most samples one build takes: the flat triangulation counts half-edges in 32 bits.
+constexpr std::size_t kMostSites = std::size_t(1) << 28;
 /// How many insertions pass between two progress reports.
 constexpr std::size_t kProgressStep = 65536;
 /// The derived enclosing triangle's size against the bounding box's larger side.
@@ -96,36 +103,63 @@ std::vector<std::size_t> Candidates(const SFVec3f* samples, std::size_t count,
     return candidates;
 }
 
-/// Makes the candidates s's vertices in the caller's order and inserts them in spatial order.
-/// Returns every pair of vertices that may lie within the duplicate distance: the ends of short
-/// edges and each site that met a vertex, with that vertex. Any two vertices closer than
-/// kSameSiteDistance are joined by a path of edges no longer than their distance (a pair whose
-/// diametral disk is empty is a Delaunay edge; otherwise a vertex in the disk splits it into two
-/// shorter pairs), so no close pair escapes; and every edge is made while its later end is
-/// inserted, when that end's neighbours are looked at.
-VertexPairs Triangulate(C2Subdivision& s, const SFVec3f* samples,
-                        const std::vector<std::size_t>& candidates,
-                        const std::function<void(std::size_t, std::size_t)>& progress) {
+/// A flat triangulation of candidates, and the candidates that may lie too close to others.
+struct Triangulated {
+    zq::detail::FlatTriangulation flat;
+    /// Vertex 3 + j of flat is candidate candidateOf[j].
+    std::vector<std::size_t> candidateOf;
+    /// Candidates that met a vertex with the same x and z, or end an edge shorter than the
+    /// duplicate distance. Any two vertices closer than kSameSiteDistance are joined by a path
+    /// of edges no longer than their distance (a pair whose diametral disk is empty is a
+    /// Delaunay edge; otherwise a vertex in the disk splits it into two shorter pairs), so no
+    /// close pair escapes.
+    std::vector<std::size_t> close;
+};
+
+/// Inserts the candidates in spatial order into the triangle of the corners.
+Triangulated Triangulate(const Corners& corners, const SFVec3f* samples,
+                         const std::vector<std::size_t>& candidates,
+                         const std::function<void(std::size_t, std::size_t)>& progress) {
     std::vector<Site> sites;
     sites.reserve(candidates.size());
     for (std::size_t i : candidates) {
         sites.push_back(At(samples[i]));
     }
-    const std::vector<std::size_t> order = zq::detail::InsertionOrder(sites);
-    sites = std::vector<Site>();
-    zq::detail::RobustInserter inserter(s, kShortEdge);
-    const std::vector<SFVec3f*> visited = inserter.NewVertices(samples, candidates, order);
-    VertexPairs close;
-    for (std::size_t k = 0; k < visited.size(); ++k) {
-        if (progress && k % kProgressStep == 0 && k > 0) {
-            progress(k, visited.size());
+    const std::vector<std::uint32_t> order = zq::detail::InsertionOrder(sites);
+    // Gathered in one pass, the sites' reads overlap instead of each stalling an insertion.
+    for (std::size_t j = 0; j < order.size(); ++j) {
+        sites[j] = At(samples[candidates[order[j]]]);
+    }
+    Triangulated t{zq::detail::FlatTriangulation(At(corners[0]), At(corners[1]), At(corners[2]),
+                                                 candidates.size()),
+                   {},
+                   {}};
+    t.candidateOf.reserve(candidates.size());
+    for (std::size_t j = 0; j < order.size(); ++j) {
+        if (progress && j % kProgressStep == 0 && j > 0) {
+            progress(j, order.size());
         }
-        inserter.Insert(visited[k], close);
+        const std::uint32_t v = t.flat.Insert(sites[j]);
+        if (v == 3 + t.candidateOf.size()) {
+            t.candidateOf.push_back(order[j]);
+        } else {
+            t.close.push_back(order[j]);
+            if (v >= 3) {
+                t.close.push_back(t.candidateOf[v - 3]);
+            }
+        }
     }
     if (progress) {
-        progress(visited.size(), visited.size());
+        progress(order.size(), order.size());
     }
-    return close;
+    for (const auto& edge : t.flat.ShortEdges(kShortEdge)) {
+        for (std::uint32_t v : {edge.first, edge.second}) {
+            if (v >= 3) {
+                t.close.push_back(t.candidateOf[v - 3]);
+            }
+        }
+    }
+    return t;
 }
 
 /// Kept points bucketed by cells of the duplicate distance: a point's close neighbours lie in
@@ -167,37 +201,23 @@ private:
     std::unordered_map<Cell, std::vector<const SFVec3f*>, CellHash> m_cells;
 };
 
-/// The candidates left when each vertex of a close pair, in the caller's order, is dropped if
-/// a corner or an earlier kept vertex lies within kSameSiteDistance.
-std::vector<std::size_t> WithoutNearDuplicates(const C2Subdivision& s,
+/// The candidates left when each close one, in the caller's order, is dropped if a corner or
+/// an earlier kept candidate lies within kSameSiteDistance.
+std::vector<std::size_t> WithoutNearDuplicates(const Corners& corners, const SFVec3f* samples,
                                                const std::vector<std::size_t>& candidates,
-                                               const VertexPairs& close) {
-    // Vertex 3 + k is candidate k.
-    std::unordered_map<const SFVec3f*, std::size_t> candidateOf;
-    for (std::size_t k = 0; k < candidates.size(); ++k) {
-        candidateOf.emplace(s.GetVertex(3 + k), k);
-    }
-    std::vector<std::size_t> involved;
-    for (const auto& pair : close) {
-        for (const SFVec3f* v : {pair.first, pair.second}) {
-            const auto found = candidateOf.find(v);
-            if (found != candidateOf.end()) {
-                involved.push_back(found->second);
-            }
-        }
-    }
-    std::sort(involved.begin(), involved.end());
-    involved.erase(std::unique(involved.begin(), involved.end()), involved.end());
+                                               std::vector<std::size_t> close) {
+    std::sort(close.begin(), close.end());
+    close.erase(std::unique(close.begin(), close.end()), close.end());
     CellGrid kept;
-    for (std::size_t corner = 0; corner < 3; ++corner) {
-        kept.Add(s.GetVertex(corner));
+    for (const SFVec3f& corner : corners) {
+        kept.Add(&corner);
     }
     std::vector<bool> dropped(candidates.size(), false);
-    for (std::size_t k : involved) {
-        const SFVec3f* v = s.GetVertex(3 + k);
-        dropped[k] = kept.HasNear(*v);
+    for (std::size_t k : close) {
+        const SFVec3f* p = &samples[candidates[k]];
+        dropped[k] = kept.HasNear(*p);
         if (!dropped[k]) {
-            kept.Add(v);
+            kept.Add(p);
         }
     }
     std::vector<std::size_t> left;
@@ -217,20 +237,29 @@ C2SubdivisionBuild C2Subdivision::Build(const SFVec3f* samples, std::size_t coun
     const Corners corners =
         given ? CounterClockwise(*options.corners) : AroundBounds(samples, count);
     std::vector<std::size_t> candidates = Candidates(samples, count, corners, given);
+    if (candidates.size() > kMostSites) {
+        throw std::length_error("C2Subdivision::Build: too many samples");
+    }
     C2SubdivisionBuild result{C2Subdivision(nullptr, corners[0], corners[1], corners[2]), 0, 0,
                               count - candidates.size()};
-    const VertexPairs close =
-        Triangulate(result.subdivision, samples, candidates, options.progress);
-    if (!close.empty()) {
+    // The records are made on a second thread while the sites go in: fresh memory costs a
+    // page fault per page at its first write, and those faults then overlap the insertions.
+    std::optional<zq::detail::QuadEdgeAssembly> assembly;
+    const std::size_t most = candidates.size();
+    auto made = std::async(std::launch::async | std::launch::deferred,
+                           [&assembly, most] { assembly.emplace(most); });
+    Triangulated t = Triangulate(corners, samples, candidates, options.progress);
+    if (!t.close.empty()) {
         // Dropping vertices from a triangulation is not supported: the kept ones start over.
         const std::vector<std::size_t> left =
-            WithoutNearDuplicates(result.subdivision, candidates, close);
+            WithoutNearDuplicates(corners, samples, candidates, std::move(t.close));
         result.duplicates = candidates.size() - left.size();
         candidates = left;
-        result.subdivision = C2Subdivision(nullptr, corners[0], corners[1], corners[2]);
-        Triangulate(result.subdivision, samples, candidates, options.progress);
+        t = Triangulate(corners, samples, candidates, options.progress);
     }
     result.kept = candidates.size();
+    made.get();
+    assembly->Assemble(result.subdivision, t.flat, corners, samples, candidates, t.candidateOf);
     return result;
 }
 

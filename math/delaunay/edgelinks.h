@@ -30,11 +30,15 @@ struct EdgeLinks {
     static SFVec3f* Org(const C2Edge* e) { return e->m_data; }
     /// e's destination vertex.
     static SFVec3f* Dest(const C2Edge* e) { return Sym(e)->m_data; }
+    /// Sets e's origin vertex.
+    static void SetOrg(C2Edge* e, SFVec3f* org) { e->m_data = org; }
     /// Sets e's origin and destination vertices.
     static void SetEnds(C2Edge* e, SFVec3f* org, SFVec3f* dest) {
         e->m_data = org;
         Sym(e)->m_data = dest;
     }
+    /// Makes next the edge after e counter-clockwise around e's origin (no ring is kept whole).
+    static void SetNext(C2Edge* e, C2Edge* next) { e->m_next = next; }
     /// (x, z) of e's origin.
     static SFVec2f Org2d(const C2Edge* e) { return SFVec2f(e->m_data->x, e->m_data->z); }
     /// (x, z) of e's destination.

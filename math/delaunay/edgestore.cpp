@@ -16,8 +16,22 @@ EdgeStore::~EdgeStore() {
     }
 }
 
-void EdgeStore::ReserveRecords(std::size_t records) {
-    m_list.reserve(records);
+void EdgeStore::AppendNewRecords(std::size_t count) {
+    m_list.reserve(m_list.size() + count);
+    m_records.Reserve(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        NewRecord();
+    }
+}
+
+void EdgeStore::Truncate(std::size_t count) {
+    Compact();
+    for (std::size_t i = count; i < m_list.size(); ++i) {
+        Destroy(m_list[i]);
+    }
+    if (count < m_list.size()) {
+        m_list.resize(count);
+    }
 }
 
 C2QuadEdge* EdgeStore::NewRecord() {

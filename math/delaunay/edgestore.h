@@ -26,8 +26,10 @@ public:
     C2QuadEdge* NewRecord();
     /// Edge 0 of a new record from the arena, appended to the list.
     C2Edge* NewEdge();
-    /// Makes room in the list for this many records.
-    void ReserveRecords(std::size_t records);
+    /// Appends count new records to the list, side by side in one chunk of the arena.
+    void AppendNewRecords(std::size_t count);
+    /// Destroys the records of the list from position count on.
+    void Truncate(std::size_t count);
     /// Appends q and returns the number of records in the list.
     std::size_t Append(C2QuadEdge* q);
     /// Removes q from the list and destroys it; false (and nothing done) when the list lacks q.
@@ -38,6 +40,9 @@ public:
     std::size_t Count() const;
     /// Record i in list order, or null when i is out of range.
     C2QuadEdge* At(std::size_t i);
+
+    /// Edge 0 of record i, in a list without holes.
+    C2Edge* PrimalEdge(std::size_t i) { return &m_list[i]->m_edges[0]; }
 
     /// A copy of p that never moves.
     SFVec3f* NewPoint(const SFVec3f& p);

@@ -11,8 +11,9 @@ namespace zq::detail {
 
 namespace {
 
-/// The most cells per side of the Hilbert grid: 2^16.
-constexpr int kMostLevels = 16;
+/// The most cells per side of the Hilbert grid: 2^14, so that the round and the curve index
+/// fit the upper 32 bits of a sort key whose lower 32 hold the position.
+constexpr int kMostLevels = 14;
 /// Each round holds about this many times as many sites as the one before.
 constexpr int kRoundRatioBits = 3;
 /// Rounds smaller than this are merged into the first one: tiny rounds gain nothing.
@@ -91,27 +92,28 @@ std::uint32_t Cell(double v, double low, double scale, int levels) {
     return static_cast<std::uint32_t>(std::min(std::max(c, 0.0), top));
 }
 
-/// Sorts by key, stably, the keys below 2^bits: one counting pass per kRadixBits.
-void RadixSort(std::vector<std::pair<std::uint64_t, std::size_t>>& keyed, int bits) {
-    std::vector<std::pair<std::uint64_t, std::size_t>> other(keyed.size());
-    for (int shift = 0; shift < bits; shift += kRadixBits) {
+/// Sorts keys stably by their bits [32, 32 + bits), one counting pass per kRadixBits.
+void RadixSort(std::vector<std::uint64_t>& keys, int bits) {
+    std::vector<std::uint64_t> other(keys.size());
+    constexpr std::uint64_t kDigit = (1u << kRadixBits) - 1;
+    for (int shift = 32; shift < 32 + bits; shift += kRadixBits) {
         std::array<std::size_t, (1u << kRadixBits) + 1> start{};
-        for (const auto& k : keyed) {
-            ++start[((k.first >> shift) & ((1u << kRadixBits) - 1)) + 1];
+        for (std::uint64_t k : keys) {
+            ++start[((k >> shift) & kDigit) + 1];
         }
         for (std::size_t b = 1; b < start.size(); ++b) {
             start[b] += start[b - 1];
         }
-        for (const auto& k : keyed) {
-            other[start[(k.first >> shift) & ((1u << kRadixBits) - 1)]++] = k;
+        for (std::uint64_t k : keys) {
+            other[start[(k >> shift) & kDigit]++] = k;
         }
-        keyed.swap(other);
+        keys.swap(other);
     }
 }
 
 } // namespace
 
-std::vector<std::size_t> InsertionOrder(const std::vector<Site>& sites) {
+std::vector<std::uint32_t> InsertionOrder(const std::vector<Site>& sites) {
     const std::size_t n = sites.size();
     if (n == 0) {
         return {};
@@ -134,22 +136,22 @@ std::vector<std::size_t> InsertionOrder(const std::vector<Site>& sites) {
     while ((n >> (kRoundRatioBits * (lastRound + 1))) >= kSmallestRound) {
         ++lastRound;
     }
-    // The key is the round (first rounds first) above the curve index.
-    std::vector<std::pair<std::uint64_t, std::size_t>> keyed(n);
+    // The key is the round (first rounds first) above the curve index, above the position.
+    std::vector<std::uint64_t> keys(n);
     for (std::size_t i = 0; i < n; ++i) {
         const std::uint64_t round = lastRound - RoundFromLast(i, lastRound);
         const std::uint64_t h = HilbertIndex(Cell(sites[i].x, minX, scale, levels),
                                              Cell(sites[i].y, minY, scale, levels), levels);
-        keyed[i] = {(round << (2 * levels)) | h, i};
+        keys[i] = ((round << (2 * levels)) | h) << 32 | i;
     }
     int roundBits = 0;
     while ((lastRound >> roundBits) != 0) {
         ++roundBits;
     }
-    RadixSort(keyed, 2 * levels + roundBits);
-    std::vector<std::size_t> order(n);
+    RadixSort(keys, 2 * levels + roundBits);
+    std::vector<std::uint32_t> order(n);
     for (std::size_t i = 0; i < n; ++i) {
-        order[i] = keyed[i].second;
+        order[i] = static_cast<std::uint32_t>(keys[i]);
     }
     return order;
 }

@@ -15,7 +15,7 @@
 #include <vector>
 
 namespace zq::detail {
-class RobustInserter;
+class QuadEdgeAssembly;
 } // namespace zq::detail
 
 struct C2SubdivisionOptions;
@@ -38,7 +38,9 @@ public:
                   const SFVec3f& c);
     /// Triangulates samples[0..count) in a spatial order with exact predicates. A sample within
     /// 1e-5 in x-z of a corner or of a kept sample earlier in the caller's order is dropped and
-    /// counted. Vertices are the corners, then the kept samples in the caller's order.
+    /// counted. Vertices are the corners, then the kept samples in the caller's order. Only the
+    /// enclosing triangle's three edges are marked boundary. Large builds also run on one
+    /// helper thread (the records are made and linked beside the insertions).
     static C2SubdivisionBuild Build(const SFVec3f* samples, std::size_t count,
                                     const C2SubdivisionOptions& options);
     /// Build over a whole vector.
@@ -77,7 +79,7 @@ public:
 
 private:
     friend class C2QuadEdge;
-    friend class zq::detail::RobustInserter;
+    friend class zq::detail::QuadEdgeAssembly;
 
     /// A new record appended to the edge list.
     C2QuadEdge* NewRecord();
@@ -91,10 +93,9 @@ private:
     /// Inserts p and restores the Delaunay property; index is neither read nor written.
     void InsertSite(const SFVec3f& p, short& index);
     /// Joins site to every corner of the face left of e, the first new edge becoming the
-    /// starting edge, then swaps each edge from org to dest, apex on its right, while
-    /// needsSwap(org, apex, dest, site) says so. Defined in delaunay/connectsite.h.
-    template <class SwapTest>
-    void ConnectSite(C2Edge* e, SFVec3f* site, SwapTest needsSwap);
+    /// starting edge, then swaps each edge whose apex is right of it and whose circle holds
+    /// the site.
+    void ConnectSite(C2Edge* e, SFVec3f* site);
     /// The first sample no shorter than (p.x, 0, p.y), or the zero vector when there is none;
     /// the two doubles are not used. Nothing calls it.
     SFVec3f PointSolutionFor(SFVec2f p, double, double) const;

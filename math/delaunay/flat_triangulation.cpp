@@ -1,0 +1,158 @@
+// FlatTriangulation: a visibility walk, triangle and edge splits, and Lawson flips, all on index
+// arrays and exact predicates.
+#include "delaunay/flat_triangulation.h"
+
+namespace zq::detail {
+
+FlatTriangulation::FlatTriangulation(const Site& a, const Site& b, const Site& c,
+                                     std::size_t sites) {
+    // Each site adds two triangles.
+    m_sites.reserve(3 + sites);
+    m_origin.reserve(3 + 6 * sites);
+    m_twin.reserve(3 + 6 * sites);
+    m_sites = {a, b, c};
+    AddTriangle(0, 1, 2);
+}
+
+std::uint32_t FlatTriangulation::Insert(const Site& site) {
+    const Index h = Locate(site);
+    const Index first = h - h % 3;
+    Index onEdge = kNone;
+    for (Index k = first; k < first + 3; ++k) {
+        const Site& v = m_sites[m_origin[k]];
+        if (v.x == site.x && v.y == site.y) {
+            return m_origin[k];
+        }
+        if (Side(k, site) == 0) {
+            onEdge = k;
+        }
+    }
+    const Index v = static_cast<Index>(m_sites.size());
+    m_sites.push_back(site);
+    // A site on an edge first splits the triangle, leaving a flat one on that edge, whose flip
+    // then splits the neighbour: four triangles around the site.
+    const Index base = onEdge != kNone ? onEdge : first;
+    SplitTriangle(base, v);
+    if (onEdge != kNone && m_twin[base] != kNone) {
+        const Index across = m_twin[base];
+        Flip(base);
+        m_pending.push_back(static_cast<Index>(Next(across)));
+    }
+    m_pending.push_back(base);
+    Legalize();
+    // Flips keep the site in the triangle of base: the next walk starts beside it.
+    m_start = base;
+    return v;
+}
+
+std::vector<std::pair<std::uint32_t, std::uint32_t>>
+FlatTriangulation::ShortEdges(double length) const {
+    std::vector<std::pair<Index, Index>> pairs;
+    for (Index h = 0; h < m_origin.size(); ++h) {
+        if (m_twin[h] != kNone && m_twin[h] < h) {
+            continue;
+        }
+        const Site& a = m_sites[m_origin[h]];
+        const Site& b = m_sites[m_origin[Next(h)]];
+        const double dx = b.x - a.x, dy = b.y - a.y;
+        if (dx * dx + dy * dy < length * length) {
+            pairs.emplace_back(m_origin[h], m_origin[Next(h)]);
+        }
+    }
+    return pairs;
+}
+
+FlatTriangulation::Index FlatTriangulation::Locate(const Site& site) const {
+    Index e = m_start;
+    if (Side(e, site) < 0 && m_twin[e] != kNone) {
+        e = m_twin[e];
+    }
+    // The site lies strictly left of e, the edge the walk came in by. With exact tests on a
+    // Delaunay triangulation this walk cannot come back to a triangle it left; the two exits
+    // are tried in alternating order all the same, which keeps a long walk off one side.
+    for (unsigned step = 0;; ++step) {
+        Index first = static_cast<Index>(Next(e));
+        Index second = static_cast<Index>(Prev(e));
+        if ((step & 1) != 0) {
+            std::swap(first, second);
+        }
+        if (Side(first, site) < 0 && m_twin[first] != kNone) {
+            e = m_twin[first];
+        } else if (Side(second, site) < 0 && m_twin[second] != kNone) {
+            e = m_twin[second];
+        } else {
+            return e;
+        }
+    }
+}
+
+FlatTriangulation::Index FlatTriangulation::AddTriangle(Index a, Index b, Index c) {
+    const Index h = static_cast<Index>(m_origin.size());
+    m_origin.push_back(a);
+    m_origin.push_back(b);
+    m_origin.push_back(c);
+    m_twin.resize(h + 3, kNone);
+    return h;
+}
+
+void FlatTriangulation::Link(Index h, Index g) {
+    m_twin[h] = g;
+    if (g != kNone) {
+        m_twin[g] = h;
+    }
+}
+
+void FlatTriangulation::SplitTriangle(Index h, Index v) {
+    // h: a to b, n: b to c, p: c to a. The triangle keeps a, b and takes v; two new ones hold
+    // b, c, v and c, a, v.
+    const Index n = static_cast<Index>(Next(h)), p = static_cast<Index>(Prev(h));
+    const Index a = m_origin[h], b = m_origin[n], c = m_origin[p];
+    const Index outerN = m_twin[n], outerP = m_twin[p];
+    m_origin[p] = v;
+    const Index t1 = AddTriangle(b, c, v);
+    const Index t2 = AddTriangle(c, a, v);
+    Link(t1, outerN);
+    Link(t2, outerP);
+    Link(n, t1 + 2);
+    Link(p, t2 + 1);
+    Link(t1 + 1, t2 + 2);
+    m_pending.push_back(t1);
+    m_pending.push_back(t2);
+}
+
+void FlatTriangulation::Flip(Index h) {
+    // Before: h: a to b, apex p; its twin g: b to a, apex q. After: h: q to b and g: p to a,
+    // the new diagonal joining p and q between Prev(h) and Prev(g).
+    const Index g = m_twin[h];
+    const Index hp = static_cast<Index>(Prev(h)), gp = static_cast<Index>(Prev(g));
+    const Index p = m_origin[hp], q = m_origin[gp];
+    const Index outerH = m_twin[gp], outerG = m_twin[hp];
+    m_origin[h] = q;
+    m_origin[g] = p;
+    Link(h, outerH);
+    Link(g, outerG);
+    Link(hp, gp);
+}
+
+void FlatTriangulation::Legalize() {
+    while (!m_pending.empty()) {
+        const Index h = m_pending.back();
+        m_pending.pop_back();
+        const Index g = m_twin[h];
+        if (g == kNone) {
+            continue;
+        }
+        const Site& a = m_sites[m_origin[h]];
+        const Site& b = m_sites[m_origin[Next(h)]];
+        const Site& p = m_sites[m_origin[Prev(h)]];
+        const Site& q = m_sites[m_origin[Prev(g)]];
+        // Cocircular sites keep the edge, so no flip ever undoes another.
+        if (InCircleSign(a, b, p, q) > 0) {
+            Flip(h);
+            m_pending.push_back(h);
+            m_pending.push_back(static_cast<Index>(Next(g)));
+        }
+    }
+}
+
+} // namespace zq::detail

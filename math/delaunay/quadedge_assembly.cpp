@@ -1,0 +1,103 @@
+// QuadEdgeAssembly: the records of a flat triangulation, linked straight from its triangles.
+#include "delaunay/quadedge_assembly.h"
+
+#include "delaunay/edgelinks.h"
+#include "delaunay/two_halves.h"
+
+namespace zq::detail {
+
+QuadEdgeAssembly::QuadEdgeAssembly(std::size_t sites) : m_store(std::make_shared<EdgeStore>()) {
+    // n sites make 2n + 1 triangles, 6n + 3 half-edges and 3n + 3 edges.
+    m_store->AppendNewRecords(3 * sites + 3);
+    m_edgeOf.assign(6 * sites + 3, nullptr);
+}
+
+void QuadEdgeAssembly::Assemble(C2Subdivision& s, const FlatTriangulation& flat,
+                                const std::array<SFVec3f, 3>& corners, const SFVec3f* samples,
+                                const std::vector<std::size_t>& candidates,
+                                const std::vector<std::size_t>& candidateOf) {
+    const std::vector<SFVec3f*> vertices = Vertices(s, corners, samples, candidates, candidateOf);
+    Number(flat);
+    InTwoHalves(flat.HalfEdgeCount(),
+                [&](std::size_t begin, std::size_t end) { Fill(flat, vertices, begin, end); });
+    s.m_store = m_store;
+    s.m_startingEdge = m_edgeOf[FlatTriangulation::Next(flat.Start())];
+}
+
+std::vector<SFVec3f*> QuadEdgeAssembly::Vertices(C2Subdivision& s,
+                                                 const std::array<SFVec3f, 3>& corners,
+                                                 const SFVec3f* samples,
+                                                 const std::vector<std::size_t>& candidates,
+                                                 const std::vector<std::size_t>& candidateOf) {
+    // The copies are laid out in the caller's order, read and written in one sweep.
+    s.m_vertices.clear();
+    s.m_vertices.reserve(3 + candidates.size());
+    for (const SFVec3f& corner : corners) {
+        s.m_vertices.push_back(m_store->NewPoint(corner));
+    }
+    for (std::size_t i : candidates) {
+        s.m_vertices.push_back(m_store->NewPoint(samples[i]));
+    }
+    std::vector<SFVec3f*> vertices(s.m_vertices.begin(), s.m_vertices.begin() + 3);
+    vertices.reserve(3 + candidateOf.size());
+    for (std::size_t k : candidateOf) {
+        vertices.push_back(s.m_vertices[3 + k]);
+    }
+    return vertices;
+}
+
+void QuadEdgeAssembly::Number(const FlatTriangulation& flat) {
+    // An edge's record holds the half-edge met first as edge 0 and its twin as edge 2.
+    std::size_t records = 0;
+    for (std::size_t h = 0; h < flat.HalfEdgeCount(); ++h) {
+        if (m_edgeOf[h] != nullptr) {
+            continue;
+        }
+        C2Edge* e = m_store->PrimalEdge(records++);
+        m_edgeOf[h] = e;
+        if (flat.Twin(h) != FlatTriangulation::kNone) {
+            m_edgeOf[flat.Twin(h)] = EdgeLinks::Sym(e);
+        } else {
+            m_outer[flat.Origin(h)] = e;
+        }
+    }
+    m_store->Truncate(records);
+}
+
+void QuadEdgeAssembly::Fill(const FlatTriangulation& flat, const std::vector<SFVec3f*>& vertices,
+                            std::size_t begin, std::size_t end) const {
+    // Half-edge h writes only its own directed edge and, on the enclosing triangle, that
+    // edge's reverse: ranges of half-edges write disjoint fields.
+    for (std::size_t h = begin; h < end; ++h) {
+        C2Edge* e = m_edgeOf[h];
+        EdgeLinks::SetOrg(e, vertices[flat.Origin(h)]);
+        LinkAroundTriangle(h);
+        if (flat.Twin(h) == FlatTriangulation::kNone) {
+            e->SetBoundaryEdge(true);
+            EdgeLinks::SetOrg(EdgeLinks::Sym(e), vertices[flat.Origin(FlatTriangulation::Next(h))]);
+            LinkAroundOuterFace(flat.Origin(h));
+        }
+    }
+}
+
+void QuadEdgeAssembly::LinkAroundTriangle(std::size_t h) const {
+    // Around the origin, the edge after a to b is a to c, c the triangle's third corner: the
+    // reverse of the previous half-edge. Around the left face, the next edge is the next
+    // half-edge; the dual ring of InvRot(e) follows it, since Lnext is InvRot, Onext, Rot.
+    C2Edge* e = m_edgeOf[h];
+    EdgeLinks::SetNext(e, EdgeLinks::Sym(m_edgeOf[FlatTriangulation::Prev(h)]));
+    EdgeLinks::SetNext(EdgeLinks::InvRot(e),
+                       EdgeLinks::InvRot(m_edgeOf[FlatTriangulation::Next(h)]));
+}
+
+void QuadEdgeAssembly::LinkAroundOuterFace(std::size_t c) const {
+    // The reverse of the outer edge c to c + 1 has the outer face on its left: around c + 1 it
+    // turns on to the outer edge from there, and along the outer face it comes after the
+    // reverse of the outer edge into c.
+    C2Edge* reverse = EdgeLinks::Sym(m_outer[c]);
+    EdgeLinks::SetNext(reverse, m_outer[(c + 1) % 3]);
+    EdgeLinks::SetNext(EdgeLinks::InvRot(reverse),
+                       EdgeLinks::InvRot(EdgeLinks::Sym(m_outer[(c + 2) % 3])));
+}
+
+} // namespace zq::detail

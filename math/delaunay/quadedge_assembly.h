@@ -1,0 +1,62 @@
+// quadedge_assembly.h: a flat triangulation turned into a subdivision's records. Not installed.
+#ifndef ZQMATH_QUADEDGE_ASSEMBLY_H
+#define ZQMATH_QUADEDGE_ASSEMBLY_H
+
+#include "c2subdivision.h"
+#include "delaunay/edgestore.h"
+#include "delaunay/flat_triangulation.h"
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+namespace zq::detail {
+
+/// The quad-edge records of a flat triangulation, linked straight from its triangles: no
+/// Splice, no walk. The records are made first, before the triangulation is known, so that
+/// another thread can make them meanwhile.
+class QuadEdgeAssembly {
+public:
+    /// Records enough for a triangulation of up to sites sites, in a store of their own.
+    explicit QuadEdgeAssembly(std::size_t sites);
+
+    /// Gives s the store, filled. Vertex v < 3 of flat is corners[v]; vertex 3 + j is
+    /// samples[candidates[k]] with k = candidateOf[j], and becomes s's vertex 3 + k, after the
+    /// corners. One record per edge, in the order of the triangles; the enclosing triangle's
+    /// edges are marked boundary; the starting edge ends at the last site inserted.
+    void Assemble(C2Subdivision& s, const FlatTriangulation& flat,
+                  const std::array<SFVec3f, 3>& corners, const SFVec3f* samples,
+                  const std::vector<std::size_t>& candidates,
+                  const std::vector<std::size_t>& candidateOf);
+
+private:
+    /// Fills s's vertex list with copies of the corners and candidates; returns them by flat
+    /// index.
+    std::vector<SFVec3f*> Vertices(C2Subdivision& s, const std::array<SFVec3f, 3>& corners,
+                                   const SFVec3f* samples,
+                                   const std::vector<std::size_t>& candidates,
+                                   const std::vector<std::size_t>& candidateOf);
+    /// Gives each half-edge its directed edge, a record for each edge; the records left over
+    /// are destroyed.
+    void Number(const FlatTriangulation& flat);
+    /// Sets the origin and the links of the directed edges of the half-edges [begin, end),
+    /// and of the reverses of the enclosing triangle's edges among them.
+    void Fill(const FlatTriangulation& flat, const std::vector<SFVec3f*>& vertices,
+              std::size_t begin, std::size_t end) const;
+    /// Sets the Onext links of h's directed edge and of its dual leaving h's triangle.
+    void LinkAroundTriangle(std::size_t h) const;
+    /// Sets the Onext links of the reverse of the outer edge from corner c, and of its dual
+    /// leaving the outer face.
+    void LinkAroundOuterFace(std::size_t c) const;
+
+    std::shared_ptr<EdgeStore> m_store;
+    /// The directed edge of each half-edge.
+    std::vector<C2Edge*> m_edgeOf;
+    /// The edges of the enclosing triangle, by origin: corner 0 to 1, 1 to 2, 2 to 0.
+    std::array<C2Edge*, 3> m_outer{};
+};
+
+} // namespace zq::detail
+
+#endif

@@ -1,0 +1,31 @@
+// two_halves.h: a loop split over this thread and one more. Not installed.
+#ifndef ZQMATH_TWO_HALVES_H
+#define ZQMATH_TWO_HALVES_H
+
+#include <cstddef>
+#include <future>
+
+namespace zq::detail {
+
+/// Loops shorter than this stay on one thread: starting another costs more than it saves.
+constexpr std::size_t kSmallestSplitLoop = std::size_t(1) << 15;
+
+/// Runs work(begin, end) over [0, count): the upper half on a second thread when the loop is
+/// long and a thread can be started, else everything here. The halves must not write the
+/// same memory.
+template <class Work>
+void InTwoHalves(std::size_t count, const Work& work) {
+    if (count < kSmallestSplitLoop) {
+        work(std::size_t(0), count);
+        return;
+    }
+    const std::size_t half = count / 2;
+    auto upper = std::async(std::launch::async | std::launch::deferred,
+                            [&work, half, count] { work(half, count); });
+    work(std::size_t(0), half);
+    upper.get();
+}
+
+} // namespace zq::detail
+
+#endif
