@@ -215,6 +215,17 @@ TEST(SubdivisionEdgeList, AddAndDeleteKeepOrderAndOwnership) {
     C2Edge* e = C2QuadEdge::MakeEdge(nullptr, &slot);
     EXPECT_EQ(s.GetEdge(5), e->Qedge());
     EXPECT_EQ(s.GetEdge(-1), nullptr);
+    // Another subdivision's record leaves the list but stays its owner's: its slot is not
+    // reused for the next record made here.
+    const C2Subdivision other = Build({});
+    C2QuadEdge* borrowed = other.GetEdge(0);
+    SFVec3f* const org = (*borrowed)[0].Org();
+    s.AddEdge(borrowed);
+    s.DeleteEdge(borrowed);
+    C2Edge* fresh = C2QuadEdge::MakeEdge(nullptr, &slot);
+    EXPECT_NE(fresh->Qedge(), borrowed);
+    EXPECT_EQ((*borrowed)[0].Org(), org);
+    EXPECT_EQ(other.GetEdge(0), borrowed);
 }
 
 TEST(SubdivisionLifetime, DestructorForgetsTheRememberedSubdivision) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <new>
 #include <type_traits>
@@ -27,9 +28,7 @@ public:
     /// Makes room for count more objects in the current chunk, so that they lie side by side.
     void Reserve(std::size_t count) {
         if (m_capacity - m_used < count) {
-            m_capacity = count;
-            m_chunks.emplace_back(new Slot[m_capacity]);
-            m_used = 0;
+            AddChunk(count);
         }
     }
 
@@ -40,6 +39,20 @@ public:
     }
     /// Gives the slot of p back for reuse; p must come from this arena.
     void Release(T* p) { m_free.push_back(p); }
+    /// True when p points into one of this arena's chunks.
+    bool Holds(const T* p) const {
+        const auto* slot = reinterpret_cast<const Slot*>(p);
+        const std::less<const Slot*> before{};
+        // The last chunk starting at or before p.
+        auto after = std::upper_bound(
+            m_ranges.begin(), m_ranges.end(), slot,
+            [&before](const Slot* s, const Range& r) { return before(s, r.first); });
+        if (after == m_ranges.begin()) {
+            return false;
+        }
+        --after;
+        return before(slot, after->first + after->second);
+    }
 
 private:
     struct alignas(T) Slot {
@@ -47,6 +60,22 @@ private:
     };
     static constexpr std::size_t kFirstChunk = 64;
     static constexpr std::size_t kLargestChunk = std::size_t(1) << 16;
+
+    using Range = std::pair<const Slot*, std::size_t>;
+
+    /// Makes a chunk of capacity slots the current one.
+    void AddChunk(std::size_t capacity) {
+        m_chunks.emplace_back(new Slot[capacity]);
+        const Range range(m_chunks.back().get(), capacity);
+        const std::less<const Slot*> before{};
+        m_ranges.insert(std::upper_bound(m_ranges.begin(), m_ranges.end(), range,
+                                         [&before](const Range& a, const Range& b) {
+                                             return before(a.first, b.first);
+                                         }),
+                        range);
+        m_capacity = capacity;
+        m_used = 0;
+    }
 
     /// Raw room for one object.
     void* Take() {
@@ -56,14 +85,14 @@ private:
             return p;
         }
         if (m_used == m_capacity) {
-            m_capacity = m_chunks.empty() ? kFirstChunk : std::min(2 * m_capacity, kLargestChunk);
-            m_chunks.emplace_back(new Slot[m_capacity]);
-            m_used = 0;
+            AddChunk(m_chunks.empty() ? kFirstChunk : std::min(2 * m_capacity, kLargestChunk));
         }
         return &m_chunks.back()[m_used++];
     }
 
     std::vector<std::unique_ptr<Slot[]>> m_chunks;
+    /// Every chunk's first slot and size, by address.
+    std::vector<Range> m_ranges;
     std::size_t m_used = 0;
     std::size_t m_capacity = 0;
     std::vector<T*> m_free;

@@ -4,7 +4,6 @@
 #include "c2subdivision.h"
 #include "zqexception.h"
 
-#include <limits>
 
 namespace {
 
@@ -19,7 +18,7 @@ CZqException NotImplemented() {
 } // namespace
 
 C2QuadEdge::C2QuadEdge()
-    : m_timeStamp(0), m_position(std::numeric_limits<std::size_t>::max()), m_owner(nullptr) {
+    : m_timeStamp(0), m_place(0) {
     for (int i = 0; i < 4; ++i) {
         m_edges[i].m_index = i;
     }
@@ -30,7 +29,7 @@ C2QuadEdge::C2QuadEdge()
 }
 
 C2QuadEdge::C2QuadEdge(const C2QuadEdge&)
-    : m_timeStamp(0), m_position(std::numeric_limits<std::size_t>::max()), m_owner(nullptr) {
+    : m_timeStamp(0), m_place(0) {
     throw NotImplemented();
 }
 

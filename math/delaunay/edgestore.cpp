@@ -1,7 +1,19 @@
 // EdgeStore: the shared records, edge list and points of a subdivision.
 #include "delaunay/edgestore.h"
 
+#include <cstdint>
+#include <stdexcept>
+
 namespace zq::detail {
+
+namespace {
+
+/// The top bit of a record's place: an arena made the record.
+constexpr std::uint32_t kFromArena = 0x80000000u;
+/// The rest: its position in the edge list.
+constexpr std::uint32_t kPositionMask = 0x7FFFFFFFu;
+
+} // namespace
 
 EdgeStore::~EdgeStore() {
     // The arena frees its own records at once: only those made with new need a call, and
@@ -10,7 +22,7 @@ EdgeStore::~EdgeStore() {
         return;
     }
     for (C2QuadEdge* q : m_list) {
-        if (q != nullptr && q->m_owner == nullptr) {
+        if (q != nullptr && !MadeByArena(q)) {
             delete q;
         }
     }
@@ -36,7 +48,7 @@ void EdgeStore::Truncate(std::size_t count) {
 
 C2QuadEdge* EdgeStore::NewRecord() {
     C2QuadEdge* q = m_records.Create();
-    q->m_owner = this;
+    q->m_place = kFromArena;
     Append(q);
     return q;
 }
@@ -46,14 +58,17 @@ C2Edge* EdgeStore::NewEdge() {
 }
 
 std::size_t EdgeStore::Append(C2QuadEdge* q) {
-    m_foreign += q->m_owner == nullptr ? 1 : 0;
-    q->m_position = m_list.size();
+    if (m_list.size() > kPositionMask) {
+        throw std::length_error("C2Subdivision: too many edge records");
+    }
+    m_foreign += MadeByArena(q) ? 0 : 1;
+    SetPosition(q, m_list.size());
     m_list.push_back(q);
     return Count();
 }
 
 bool EdgeStore::Remove(C2QuadEdge* q) {
-    const std::size_t i = q->m_position;
+    const std::size_t i = q->m_place & kPositionMask;
     if (i >= m_list.size() || m_list[i] != q) {
         return false;
     }
@@ -97,7 +112,7 @@ void EdgeStore::Compact() {
     std::size_t kept = 0;
     for (C2QuadEdge* q : m_list) {
         if (q != nullptr) {
-            q->m_position = kept;
+            SetPosition(q, kept);
             m_list[kept++] = q;
         }
     }
@@ -106,11 +121,19 @@ void EdgeStore::Compact() {
 }
 
 void EdgeStore::Destroy(C2QuadEdge* q) {
-    if (q->m_owner == this) {
+    if (m_records.Holds(q)) {
         m_records.Release(q);
-    } else if (q->m_owner == nullptr) {
+    } else if (!MadeByArena(q)) {
         delete q;
     }
+}
+
+bool EdgeStore::MadeByArena(const C2QuadEdge* q) {
+    return (q->m_place & kFromArena) != 0;
+}
+
+void EdgeStore::SetPosition(C2QuadEdge* q, std::size_t i) {
+    q->m_place = (q->m_place & kFromArena) | static_cast<std::uint32_t>(i);
 }
 
 } // namespace zq::detail

@@ -55,6 +55,10 @@ private:
     /// Frees q as it was allocated: into the arena, with delete, or not at all when another
     /// store's arena holds it.
     void Destroy(C2QuadEdge* q);
+    /// True when some store's arena made q (not new).
+    static bool MadeByArena(const C2QuadEdge* q);
+    /// Records i as q's position in the list.
+    static void SetPosition(C2QuadEdge* q, std::size_t i);
 
     Arena<C2QuadEdge> m_records;
     Arena<SFVec3f> m_points;

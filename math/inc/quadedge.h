@@ -144,10 +144,9 @@ private:
 
     C2Edge m_edges[4];
     DWORD m_timeStamp;
-    /// Where the record sits in its subdivision's edge list, so that removal needs no search.
-    std::size_t m_position;
-    /// The store whose arena holds the record; null for a record made with new.
-    zq::detail::EdgeStore* m_owner;
+    /// Where the record sits in its subdivision's edge list (low 31 bits), so that removal
+    /// needs no search, and whether an arena made it (top bit): 200 bytes a record in all.
+    std::uint32_t m_place;
 };
 
 #endif
