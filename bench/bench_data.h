@@ -17,6 +17,8 @@ namespace bench {
 constexpr std::size_t kCloudSize = 1000000;
 /// Samples in the triangulation rows.
 constexpr std::size_t kSiteCount = 100000;
+/// Samples in the large-terrain triangulation row.
+constexpr std::size_t kLargeSiteCount = 1000000;
 
 /// n uniform random samples in [0, sqrt n) squared in x-z; heights are the sample numbers.
 inline std::vector<SFVec3f> UniformSamples(std::size_t n) {

@@ -64,13 +64,13 @@ void UniformInputOrder(benchmark::State& state) {
     Triangulate(state, bench::UniformSamples(Count(state)), Way::kConstructor);
 }
 
-/// The comparison's rows: bench::kSiteCount uniform samples in input order, and through Build.
+/// The comparison's rows: uniform samples in input order, and through Build.
 void InputOrder(benchmark::State& state) {
     Triangulate(state, bench::UniformSamples(bench::kSiteCount), Way::kConstructor);
 }
 
-void AnyOrder(benchmark::State& state) {
-    Triangulate(state, bench::UniformSamples(bench::kSiteCount), Way::kBuild);
+void AnyOrder(benchmark::State& state, std::size_t n) {
+    Triangulate(state, bench::UniformSamples(n), Way::kBuild);
 }
 
 void GridRasterOrder(benchmark::State& state) {
@@ -113,6 +113,11 @@ BENCHMARK(GridCoarseToFine)
     ->Unit(benchmark::kMillisecond);
 
 BENCHMARK(InputOrder)->Name("Delaunay_100k_input_order/zqmath")->Unit(benchmark::kMillisecond);
-BENCHMARK(AnyOrder)->Name("Delaunay_100k_any_order/zqmath")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(AnyOrder, 100k, bench::kSiteCount)
+    ->Name("Delaunay_100k_any_order/zqmath")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(AnyOrder, 1M, bench::kLargeSiteCount)
+    ->Name("Delaunay_1M_any_order/zqmath")
+    ->Unit(benchmark::kMillisecond);
 
 BENCHMARK_MAIN();

@@ -19,10 +19,6 @@ using zq::detail::EdgeLinks;
 
 C2Subdivision* C2Edge::sfSubdivision = nullptr;
 
-C2Edge::C2Edge()
-    : m_refCount(0), m_mark(0), m_boundary(false), m_index(-1), m_next(nullptr), m_data(nullptr),
-      m_planar(0.0, 0.0) {}
-
 C2Edge::C2Edge(const C2Edge& e) = default;
 
 bool C2Edge::InRecord() const {

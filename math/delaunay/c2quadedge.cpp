@@ -4,7 +4,6 @@
 #include "c2subdivision.h"
 #include "zqexception.h"
 
-
 namespace {
 
 /// The error record of an edge index outside 0..3.
@@ -17,8 +16,7 @@ CZqException NotImplemented() {
 
 } // namespace
 
-C2QuadEdge::C2QuadEdge()
-    : m_timeStamp(0), m_place(0) {
+C2QuadEdge::C2QuadEdge() : m_timeStamp(0), m_place(0) {
     for (int i = 0; i < 4; ++i) {
         m_edges[i].m_index = i;
     }
@@ -28,8 +26,7 @@ C2QuadEdge::C2QuadEdge()
     m_edges[3].m_next = &m_edges[1];
 }
 
-C2QuadEdge::C2QuadEdge(const C2QuadEdge&)
-    : m_timeStamp(0), m_place(0) {
+C2QuadEdge::C2QuadEdge(const C2QuadEdge&) : m_timeStamp(0), m_place(0) {
     throw NotImplemented();
 }
 

@@ -15,18 +15,15 @@ FlatTriangulation::FlatTriangulation(const Site& a, const Site& b, const Site& c
 }
 
 std::uint32_t FlatTriangulation::Insert(const Site& site) {
-    const Index h = Locate(site);
-    const Index first = h - h % 3;
-    Index onEdge = kNone;
+    const Located at = Locate(site);
+    const Index first = at.edge - at.edge % 3;
     for (Index k = first; k < first + 3; ++k) {
         const Site& v = m_sites[m_origin[k]];
         if (v.x == site.x && v.y == site.y) {
             return m_origin[k];
         }
-        if (Side(k, site) == 0) {
-            onEdge = k;
-        }
     }
+    const Index onEdge = at.onEdge;
     const Index v = static_cast<Index>(m_sites.size());
     m_sites.push_back(site);
     // A site on an edge first splits the triangle, leaving a flat one on that edge, whose flip
@@ -62,27 +59,39 @@ FlatTriangulation::ShortEdges(double length) const {
     return pairs;
 }
 
-FlatTriangulation::Index FlatTriangulation::Locate(const Site& site) const {
+FlatTriangulation::Located FlatTriangulation::Locate(const Site& site) const {
     Index e = m_start;
-    if (Side(e, site) < 0 && m_twin[e] != kNone) {
+    int sideOfE = Side(e, site);
+    if (sideOfE < 0 && m_twin[e] != kNone) {
         e = m_twin[e];
+        sideOfE = 1;
     }
-    // The site lies strictly left of e, the edge the walk came in by. With exact tests on a
-    // Delaunay triangulation this walk cannot come back to a triangle it left; the two exits
-    // are tried in alternating order all the same, which keeps a long walk off one side.
+    // The site is not right of e, the edge the walk came in by. With exact tests on a Delaunay
+    // triangulation this walk cannot come back to a triangle it left; the two exits are tried
+    // in alternating order all the same, which keeps a long walk off one side.
     for (unsigned step = 0;; ++step) {
         Index first = static_cast<Index>(Next(e));
         Index second = static_cast<Index>(Prev(e));
         if ((step & 1) != 0) {
             std::swap(first, second);
         }
-        if (Side(first, site) < 0 && m_twin[first] != kNone) {
+        const int sideOfFirst = Side(first, site);
+        if (sideOfFirst < 0 && m_twin[first] != kNone) {
             e = m_twin[first];
-        } else if (Side(second, site) < 0 && m_twin[second] != kNone) {
-            e = m_twin[second];
-        } else {
-            return e;
+            sideOfE = 1;
+            continue;
         }
+        const int sideOfSecond = Side(second, site);
+        if (sideOfSecond < 0 && m_twin[second] != kNone) {
+            e = m_twin[second];
+            sideOfE = 1;
+            continue;
+        }
+        const Index on = sideOfE == 0        ? e
+                         : sideOfFirst == 0  ? first
+                         : sideOfSecond == 0 ? second
+                                             : kNone;
+        return {e, on};
     }
 }
 

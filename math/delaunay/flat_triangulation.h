@@ -15,7 +15,7 @@ namespace zq::detail {
 /// Sites triangulated one at a time with exact predicates. Triangle t owns the half-edges 3t,
 /// 3t + 1 and 3t + 2, counter-clockwise; each half-edge knows its origin vertex and its twin,
 /// the same edge in the neighbouring triangle. Vertices 0, 1, 2 are the enclosing triangle,
-/// whose three edges alone have no twin. About 64 bytes a site, against the 700 of quad-edge
+/// whose three edges alone have no twin. About 64 bytes a site, against the 600 of quad-edge
 /// records: the insertions run in cache.
 class FlatTriangulation {
 public:
@@ -50,9 +50,14 @@ public:
 private:
     using Index = std::uint32_t;
 
-    /// A half-edge of the triangle whose closure holds site, found by walking from the last
-    /// triangle made.
-    Index Locate(const Site& site) const;
+    /// Where a walk from the newest vertex's star ends: a half-edge of the triangle whose
+    /// closure holds the site, and the half-edge of that triangle through the site (or kNone).
+    struct Located {
+        Index edge;
+        Index onEdge;
+    };
+    /// The triangle of site.
+    Located Locate(const Site& site) const;
     /// The orientation of site against half-edge h.
     int Side(Index h, const Site& site) const {
         return Orientation(m_sites[m_origin[h]], m_sites[m_origin[Next(h)]], site);
