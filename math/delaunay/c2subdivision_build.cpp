@@ -131,7 +131,7 @@ Triangulated Triangulate(const Corners& corners, const SFVec3f* samples,
         sites[j] = At(samples[candidates[order[j]]]);
     }
     Triangulated t{zq::detail::FlatTriangulation(At(corners[0]), At(corners[1]), At(corners[2]),
-                                                 candidates.size()),
+                                                 candidates.size(), kShortEdge),
                    {},
                    {}};
     t.candidateOf.reserve(candidates.size());
@@ -152,7 +152,7 @@ Triangulated Triangulate(const Corners& corners, const SFVec3f* samples,
     if (progress) {
         progress(order.size(), order.size());
     }
-    for (const auto& edge : t.flat.ShortEdges(kShortEdge)) {
+    for (const auto& edge : t.flat.ShortEdges()) {
         for (std::uint32_t v : {edge.first, edge.second}) {
             if (v >= 3) {
                 t.close.push_back(t.candidateOf[v - 3]);

@@ -4,8 +4,9 @@
 
 namespace zq::detail {
 
-FlatTriangulation::FlatTriangulation(const Site& a, const Site& b, const Site& c,
-                                     std::size_t sites) {
+FlatTriangulation::FlatTriangulation(const Site& a, const Site& b, const Site& c, std::size_t sites,
+                                     double shortEdge)
+    : m_shortEdgeSquared(shortEdge * shortEdge) {
     // Each site adds two triangles.
     m_sites.reserve(3 + sites);
     m_origin.reserve(3 + 6 * sites);
@@ -42,21 +43,11 @@ std::uint32_t FlatTriangulation::Insert(const Site& site) {
     return v;
 }
 
-std::vector<std::pair<std::uint32_t, std::uint32_t>>
-FlatTriangulation::ShortEdges(double length) const {
-    std::vector<std::pair<Index, Index>> pairs;
-    for (Index h = 0; h < m_origin.size(); ++h) {
-        if (m_twin[h] != kNone && m_twin[h] < h) {
-            continue;
-        }
-        const Site& a = m_sites[m_origin[h]];
-        const Site& b = m_sites[m_origin[Next(h)]];
-        const double dx = b.x - a.x, dy = b.y - a.y;
-        if (dx * dx + dy * dy < length * length) {
-            pairs.emplace_back(m_origin[h], m_origin[Next(h)]);
-        }
+void FlatTriangulation::NoteEdge(Index v, Index w) {
+    const double dx = m_sites[w].x - m_sites[v].x, dy = m_sites[w].y - m_sites[v].y;
+    if (dx * dx + dy * dy < m_shortEdgeSquared) {
+        m_shortEdges.emplace_back(v, w);
     }
-    return pairs;
 }
 
 FlatTriangulation::Located FlatTriangulation::Locate(const Site& site) const {
@@ -118,6 +109,9 @@ void FlatTriangulation::SplitTriangle(Index h, Index v) {
     const Index a = m_origin[h], b = m_origin[n], c = m_origin[p];
     const Index outerN = m_twin[n], outerP = m_twin[p];
     m_origin[p] = v;
+    NoteEdge(v, a);
+    NoteEdge(v, b);
+    NoteEdge(v, c);
     const Index t1 = AddTriangle(b, c, v);
     const Index t2 = AddTriangle(c, a, v);
     Link(t1, outerN);
@@ -138,6 +132,7 @@ void FlatTriangulation::Flip(Index h) {
     const Index outerH = m_twin[gp], outerG = m_twin[hp];
     m_origin[h] = q;
     m_origin[g] = p;
+    NoteEdge(p, q);
     Link(h, outerH);
     Link(g, outerG);
     Link(hp, gp);

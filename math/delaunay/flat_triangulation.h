@@ -22,8 +22,10 @@ public:
     /// No twin: an edge of the enclosing triangle.
     static constexpr std::uint32_t kNone = 0xFFFFFFFFu;
 
-    /// The triangle a, b, c (counter-clockwise), with room for sites more vertices.
-    FlatTriangulation(const Site& a, const Site& b, const Site& c, std::size_t sites);
+    /// The triangle a, b, c (counter-clockwise), with room for sites more vertices; edges
+    /// shorter than shortEdge are reported.
+    FlatTriangulation(const Site& a, const Site& b, const Site& c, std::size_t sites,
+                      double shortEdge);
 
     /// Adds site, which lies strictly inside the enclosing triangle, and restores the Delaunay
     /// property (cocircular sites keep their edge). Returns the new vertex's index, or the
@@ -44,8 +46,12 @@ public:
     static std::size_t Prev(std::size_t h) { return h % 3 == 0 ? h + 2 : h - 1; }
     /// A half-edge of a triangle of the newest vertex, that vertex its apex (0 before any).
     std::size_t Start() const { return m_start; }
-    /// The pairs of vertices joined by an edge shorter than length.
-    std::vector<std::pair<std::uint32_t, std::uint32_t>> ShortEdges(double length) const;
+    /// The pairs of vertices that an edge shorter than the short edge has joined, at any time.
+    /// Every edge is made at the insertion of one of its ends, so each edge of the
+    /// triangulation is among them (with repeats, and edges flipped away since).
+    const std::vector<std::pair<std::uint32_t, std::uint32_t>>& ShortEdges() const {
+        return m_shortEdges;
+    }
 
 private:
     using Index = std::uint32_t;
@@ -64,6 +70,8 @@ private:
     }
     /// Makes a triangle of the three vertices, its twins unset; returns its first half-edge.
     Index AddTriangle(Index a, Index b, Index c);
+    /// Notes the new edge v w when it is short.
+    void NoteEdge(Index v, Index w);
     /// Makes h and g twins (g may be kNone).
     void Link(Index h, Index g);
     /// Splits the triangle of h at the new vertex v; leaves the three outer edges to check.
@@ -81,6 +89,8 @@ private:
     std::vector<Index> m_pending;
     /// Where the next walk starts: a half-edge of the newest vertex's star.
     Index m_start = 0;
+    double m_shortEdgeSquared;
+    std::vector<std::pair<Index, Index>> m_shortEdges;
 };
 
 } // namespace zq::detail
