@@ -21,6 +21,11 @@ class Arena {
     static_assert(std::is_trivially_destructible_v<T>, "the arena never runs destructors");
 
 public:
+    /// Raw room for one object.
+    struct alignas(T) Slot {
+        unsigned char bytes[sizeof(T)];
+    };
+
     Arena() = default;
     Arena(const Arena&) = delete;
     Arena& operator=(const Arena&) = delete;
@@ -30,6 +35,24 @@ public:
         if (m_capacity - m_used < count) {
             AddChunk(count);
         }
+    }
+
+    /// Sets count slots aside, side by side, for objects that MakeInRun builds later; returns
+    /// the first (null for none).
+    Slot* TakeRun(std::size_t count) {
+        if (count == 0) {
+            return nullptr;
+        }
+        Reserve(count);
+        Slot* run = &m_chunks.back()[m_used];
+        m_used += count;
+        return run;
+    }
+    /// Builds object i of a run. Calls for different objects may run on different threads.
+    static T* MakeInRun(Slot* run, std::size_t i) { return new (&run[i]) T(); }
+    /// Object i of a run, once built.
+    static T* InRun(Slot* run, std::size_t i) {
+        return std::launder(reinterpret_cast<T*>(&run[i]));
     }
 
     /// A new object built from args, in a released slot if there is one.
@@ -55,9 +78,6 @@ public:
     }
 
 private:
-    struct alignas(T) Slot {
-        unsigned char bytes[sizeof(T)];
-    };
     static constexpr std::size_t kFirstChunk = 64;
     static constexpr std::size_t kLargestChunk = std::size_t(1) << 16;
 

@@ -11,7 +11,6 @@
 #include <cstdint>
 #include <future>
 #include <memory>
-#include <optional>
 #include <stdexcept>
 #include <unordered_map>
 #include <utility>
@@ -105,9 +104,9 @@ std::vector<std::size_t> Candidates(const SFVec3f* samples, std::size_t count,
 
 /// A flat triangulation of candidates, and the candidates that may lie too close to others.
 struct Triangulated {
+    /// Vertex 3 + j of flat is candidate order[j].
+    std::vector<std::uint32_t> order;
     zq::detail::FlatTriangulation flat;
-    /// Vertex 3 + j of flat is candidate candidateOf[j].
-    std::vector<std::size_t> candidateOf;
     /// Candidates that met a vertex with the same x and z, or end an edge shorter than the
     /// duplicate distance. Any two vertices closer than kSameSiteDistance are joined by a path
     /// of edges no longer than their distance (a pair whose diametral disk is empty is a
@@ -116,46 +115,52 @@ struct Triangulated {
     std::vector<std::size_t> close;
 };
 
+/// The corners, then the candidates in spatial order; returns that order.
+std::vector<Site> Gathered(const Corners& corners, const SFVec3f* samples,
+                           const std::vector<std::size_t>& candidates,
+                           std::vector<std::uint32_t>& order) {
+    std::vector<Site> sites;
+    sites.reserve(3 + candidates.size());
+    for (std::size_t i : candidates) {
+        sites.push_back(At(samples[i]));
+    }
+    order = zq::detail::InsertionOrder(sites);
+    sites.assign({At(corners[0]), At(corners[1]), At(corners[2])});
+    // Gathered in one pass, the sites' reads overlap instead of each stalling an insertion.
+    for (std::uint32_t k : order) {
+        sites.push_back(At(samples[candidates[k]]));
+    }
+    return sites;
+}
+
 /// Inserts the candidates in spatial order into the triangle of the corners.
 Triangulated Triangulate(const Corners& corners, const SFVec3f* samples,
                          const std::vector<std::size_t>& candidates,
                          const std::function<void(std::size_t, std::size_t)>& progress) {
-    std::vector<Site> sites;
-    sites.reserve(candidates.size());
-    for (std::size_t i : candidates) {
-        sites.push_back(At(samples[i]));
-    }
-    const std::vector<std::uint32_t> order = zq::detail::InsertionOrder(sites);
-    // Gathered in one pass, the sites' reads overlap instead of each stalling an insertion.
-    for (std::size_t j = 0; j < order.size(); ++j) {
-        sites[j] = At(samples[candidates[order[j]]]);
-    }
-    Triangulated t{zq::detail::FlatTriangulation(At(corners[0]), At(corners[1]), At(corners[2]),
-                                                 candidates.size(), kShortEdge),
-                   {},
-                   {}};
-    t.candidateOf.reserve(candidates.size());
-    for (std::size_t j = 0; j < order.size(); ++j) {
+    std::vector<std::uint32_t> order;
+    std::vector<Site> sites = Gathered(corners, samples, candidates, order);
+    Triangulated t{
+        std::move(order), zq::detail::FlatTriangulation(std::move(sites), kShortEdge), {}};
+    const std::size_t n = t.order.size();
+    for (std::uint32_t j = 0; j < n; ++j) {
         if (progress && j % kProgressStep == 0 && j > 0) {
-            progress(j, order.size());
+            progress(j, n);
         }
-        const std::uint32_t v = t.flat.Insert(sites[j]);
-        if (v == 3 + t.candidateOf.size()) {
-            t.candidateOf.push_back(order[j]);
-        } else {
-            t.close.push_back(order[j]);
+        const std::uint32_t v = t.flat.Insert(3 + j);
+        if (v != 3 + j) {
+            t.close.push_back(t.order[j]);
             if (v >= 3) {
-                t.close.push_back(t.candidateOf[v - 3]);
+                t.close.push_back(t.order[v - 3]);
             }
         }
     }
     if (progress) {
-        progress(order.size(), order.size());
+        progress(n, n);
     }
     for (const auto& edge : t.flat.ShortEdges()) {
         for (std::uint32_t v : {edge.first, edge.second}) {
             if (v >= 3) {
-                t.close.push_back(t.candidateOf[v - 3]);
+                t.close.push_back(t.order[v - 3]);
             }
         }
     }
@@ -242,12 +247,12 @@ C2SubdivisionBuild C2Subdivision::Build(const SFVec3f* samples, std::size_t coun
     }
     C2SubdivisionBuild result{C2Subdivision(nullptr, corners[0], corners[1], corners[2]), 0, 0,
                               count - candidates.size()};
-    // The records are made on a second thread while the sites go in: fresh memory costs a
-    // page fault per page at its first write, and those faults then overlap the insertions.
-    std::optional<zq::detail::QuadEdgeAssembly> assembly;
-    const std::size_t most = candidates.size();
+    // The records are made on a second thread while the sites go in, and on this one too once
+    // they are: fresh memory costs a page fault per page at its first write, and those faults
+    // then overlap the insertions.
+    zq::detail::QuadEdgeAssembly assembly(candidates.size());
     auto made = std::async(std::launch::async | std::launch::deferred,
-                           [&assembly, most] { assembly.emplace(most); });
+                           [&assembly] { assembly.MakeRecords(); });
     Triangulated t = Triangulate(corners, samples, candidates, options.progress);
     if (!t.close.empty()) {
         // Dropping vertices from a triangulation is not supported: the kept ones start over.
@@ -258,8 +263,9 @@ C2SubdivisionBuild C2Subdivision::Build(const SFVec3f* samples, std::size_t coun
         t = Triangulate(corners, samples, candidates, options.progress);
     }
     result.kept = candidates.size();
+    assembly.MakeRecords();
     made.get();
-    assembly->Assemble(result.subdivision, t.flat, corners, samples, candidates, t.candidateOf);
+    assembly.Assemble(result.subdivision, t.flat, corners, samples, candidates, t.order);
     return result;
 }
 

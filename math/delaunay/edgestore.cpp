@@ -28,11 +28,20 @@ EdgeStore::~EdgeStore() {
     }
 }
 
-void EdgeStore::AppendNewRecords(std::size_t count) {
-    m_list.reserve(m_list.size() + count);
-    m_records.Reserve(count);
-    for (std::size_t i = 0; i < count; ++i) {
-        NewRecord();
+void EdgeStore::ReserveRun(std::size_t count) {
+    if (count > std::size_t(kPositionMask) + 1 - m_list.size()) {
+        throw std::length_error("C2Subdivision: too many edge records");
+    }
+    m_run = m_records.TakeRun(count);
+    m_runStart = m_list.size();
+    m_list.resize(m_runStart + count, nullptr);
+}
+
+void EdgeStore::MakeRun(std::size_t begin, std::size_t end) {
+    for (std::size_t i = begin; i < end; ++i) {
+        C2QuadEdge* q = Arena<C2QuadEdge>::MakeInRun(m_run, i);
+        q->m_place = kFromArena | static_cast<std::uint32_t>(m_runStart + i);
+        m_list[m_runStart + i] = q;
     }
 }
 

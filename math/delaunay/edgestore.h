@@ -26,8 +26,16 @@ public:
     C2QuadEdge* NewRecord();
     /// Edge 0 of a new record from the arena, appended to the list.
     C2Edge* NewEdge();
-    /// Appends count new records to the list, side by side in one chunk of the arena.
-    void AppendNewRecords(std::size_t count);
+    /// Appends count places to the list for records side by side in one chunk of the arena:
+    /// a run, whose records MakeRun then makes. Nothing else may use the store meanwhile.
+    void ReserveRun(std::size_t count);
+    /// Makes records [begin, end) of the run, in their places. Calls for disjoint ranges may
+    /// run on different threads.
+    void MakeRun(std::size_t begin, std::size_t end);
+    /// Edge k of record i of the run, once made.
+    C2Edge* RunEdge(std::size_t i, int k) {
+        return &Arena<C2QuadEdge>::InRun(m_run, i)->m_edges[k];
+    }
     /// Destroys the records of the list from position count on.
     void Truncate(std::size_t count);
     /// Appends q and returns the number of records in the list.
@@ -40,9 +48,6 @@ public:
     std::size_t Count() const;
     /// Record i in list order, or null when i is out of range.
     C2QuadEdge* At(std::size_t i);
-
-    /// Edge 0 of record i, in a list without holes.
-    C2Edge* PrimalEdge(std::size_t i) { return &m_list[i]->m_edges[0]; }
 
     /// A copy of p that never moves.
     SFVec3f* NewPoint(const SFVec3f& p);
@@ -63,6 +68,9 @@ private:
     Arena<C2QuadEdge> m_records;
     Arena<SFVec3f> m_points;
     std::vector<C2QuadEdge*> m_list;
+    /// The last run's first slot, and its first place in the list.
+    Arena<C2QuadEdge>::Slot* m_run = nullptr;
+    std::size_t m_runStart = 0;
     std::size_t m_holes = 0;
     /// Records made with new ever appended: while there are none, nothing needs deleting.
     std::size_t m_foreign = 0;

@@ -2,20 +2,21 @@
 // arrays and exact predicates.
 #include "delaunay/flat_triangulation.h"
 
+#include <utility>
+
 namespace zq::detail {
 
-FlatTriangulation::FlatTriangulation(const Site& a, const Site& b, const Site& c, std::size_t sites,
-                                     double shortEdge)
-    : m_shortEdgeSquared(shortEdge * shortEdge) {
+FlatTriangulation::FlatTriangulation(std::vector<Site> sites, double shortEdge)
+    : m_sites(std::move(sites)), m_shortEdgeSquared(shortEdge * shortEdge) {
     // Each site adds two triangles.
-    m_sites.reserve(3 + sites);
-    m_origin.reserve(3 + 6 * sites);
-    m_twin.reserve(3 + 6 * sites);
-    m_sites = {a, b, c};
+    const std::size_t halfEdges = 3 + 6 * (m_sites.size() - 3);
+    m_origin.reserve(halfEdges);
+    m_twin.reserve(halfEdges);
     AddTriangle(0, 1, 2);
 }
 
-std::uint32_t FlatTriangulation::Insert(const Site& site) {
+std::uint32_t FlatTriangulation::Insert(std::uint32_t v) {
+    const Site& site = m_sites[v];
     const Located at = Locate(site);
     const Index first = at.edge - at.edge % 3;
     for (Index k = first; k < first + 3; ++k) {
@@ -25,8 +26,6 @@ std::uint32_t FlatTriangulation::Insert(const Site& site) {
         }
     }
     const Index onEdge = at.onEdge;
-    const Index v = static_cast<Index>(m_sites.size());
-    m_sites.push_back(site);
     // A site on an edge first splits the triangle, leaving a flat one on that edge, whose flip
     // then splits the neighbour: four triangles around the site.
     const Index base = onEdge != kNone ? onEdge : first;

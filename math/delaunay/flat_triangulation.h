@@ -22,18 +22,16 @@ public:
     /// No twin: an edge of the enclosing triangle.
     static constexpr std::uint32_t kNone = 0xFFFFFFFFu;
 
-    /// The triangle a, b, c (counter-clockwise), with room for sites more vertices; edges
-    /// shorter than shortEdge are reported.
-    FlatTriangulation(const Site& a, const Site& b, const Site& c, std::size_t sites,
-                      double shortEdge);
+    /// Vertices 0, 1, 2 of sites make the enclosing triangle (counter-clockwise); each of the
+    /// others lies strictly inside it and waits for Insert. Edges shorter than shortEdge are
+    /// reported.
+    FlatTriangulation(std::vector<Site> sites, double shortEdge);
 
-    /// Adds site, which lies strictly inside the enclosing triangle, and restores the Delaunay
-    /// property (cocircular sites keep their edge). Returns the new vertex's index, or the
-    /// index of the vertex with the same coordinates (then nothing is added).
-    std::uint32_t Insert(const Site& site);
+    /// Adds vertex v (3 or more, at most once) and restores the Delaunay property (cocircular
+    /// sites keep their edge). Returns v, or the vertex already in with the same coordinates
+    /// (v is then left out).
+    std::uint32_t Insert(std::uint32_t v);
 
-    /// The number of vertices, corners included.
-    std::size_t VertexCount() const { return m_sites.size(); }
     /// The number of half-edges: three a triangle.
     std::size_t HalfEdgeCount() const { return m_origin.size(); }
     /// The origin vertex of half-edge h.

@@ -4,31 +4,52 @@
 #include "delaunay/edgelinks.h"
 #include "delaunay/two_halves.h"
 
+#include <algorithm>
+
 namespace zq::detail {
 
-QuadEdgeAssembly::QuadEdgeAssembly(std::size_t sites) : m_store(std::make_shared<EdgeStore>()) {
-    // n sites make 2n + 1 triangles, 6n + 3 half-edges and 3n + 3 edges.
-    m_store->AppendNewRecords(3 * sites + 3);
-    m_edgeOf.assign(6 * sites + 3, nullptr);
+namespace {
+
+/// Records a thread makes between two looks at the shared counter.
+constexpr std::size_t kRecordBlock = 4096;
+/// A half-edge not numbered yet.
+constexpr std::uint32_t kUnnumbered = 0xFFFFFFFFu;
+
+} // namespace
+
+QuadEdgeAssembly::QuadEdgeAssembly(std::size_t sites)
+    : m_store(std::make_shared<EdgeStore>()), m_records(3 * sites + 3) {
+    // n sites make 3n + 3 edges.
+    m_store->ReserveRun(m_records);
+}
+
+void QuadEdgeAssembly::MakeRecords() {
+    for (;;) {
+        const std::size_t begin = m_nextRecord.fetch_add(kRecordBlock);
+        if (begin >= m_records) {
+            return;
+        }
+        m_store->MakeRun(begin, std::min(begin + kRecordBlock, m_records));
+    }
 }
 
 void QuadEdgeAssembly::Assemble(C2Subdivision& s, const FlatTriangulation& flat,
                                 const std::array<SFVec3f, 3>& corners, const SFVec3f* samples,
                                 const std::vector<std::size_t>& candidates,
-                                const std::vector<std::size_t>& candidateOf) {
-    const std::vector<SFVec3f*> vertices = Vertices(s, corners, samples, candidates, candidateOf);
+                                const std::vector<std::uint32_t>& order) {
+    const std::vector<SFVec3f*> vertices = Vertices(s, corners, samples, candidates, order);
     Number(flat);
     InTwoHalves(flat.HalfEdgeCount(),
                 [&](std::size_t begin, std::size_t end) { Fill(flat, vertices, begin, end); });
     s.m_store = m_store;
-    s.m_startingEdge = m_edgeOf[FlatTriangulation::Next(flat.Start())];
+    s.m_startingEdge = EdgeOf(m_codeOf[FlatTriangulation::Next(flat.Start())]);
 }
 
 std::vector<SFVec3f*> QuadEdgeAssembly::Vertices(C2Subdivision& s,
                                                  const std::array<SFVec3f, 3>& corners,
                                                  const SFVec3f* samples,
                                                  const std::vector<std::size_t>& candidates,
-                                                 const std::vector<std::size_t>& candidateOf) {
+                                                 const std::vector<std::uint32_t>& order) {
     // The copies are laid out in the caller's order, read and written in one sweep.
     s.m_vertices.clear();
     s.m_vertices.reserve(3 + candidates.size());
@@ -39,29 +60,35 @@ std::vector<SFVec3f*> QuadEdgeAssembly::Vertices(C2Subdivision& s,
         s.m_vertices.push_back(m_store->NewPoint(samples[i]));
     }
     std::vector<SFVec3f*> vertices(s.m_vertices.begin(), s.m_vertices.begin() + 3);
-    vertices.reserve(3 + candidateOf.size());
-    for (std::size_t k : candidateOf) {
+    vertices.reserve(3 + order.size());
+    for (std::uint32_t k : order) {
         vertices.push_back(s.m_vertices[3 + k]);
     }
     return vertices;
 }
 
 void QuadEdgeAssembly::Number(const FlatTriangulation& flat) {
-    // An edge's record holds the half-edge met first as edge 0 and its twin as edge 2.
-    std::size_t records = 0;
+    // An edge's record holds the half-edge met first as edge 0 and its twin as edge 2: the
+    // records are then filled nearly in order.
+    m_codeOf.assign(flat.HalfEdgeCount(), kUnnumbered);
+    std::uint32_t records = 0;
     for (std::size_t h = 0; h < flat.HalfEdgeCount(); ++h) {
-        if (m_edgeOf[h] != nullptr) {
+        if (m_codeOf[h] != kUnnumbered) {
             continue;
         }
-        C2Edge* e = m_store->PrimalEdge(records++);
-        m_edgeOf[h] = e;
+        const std::uint32_t code = 2 * records++;
+        m_codeOf[h] = code;
         if (flat.Twin(h) != FlatTriangulation::kNone) {
-            m_edgeOf[flat.Twin(h)] = EdgeLinks::Sym(e);
+            m_codeOf[flat.Twin(h)] = code + 1;
         } else {
-            m_outer[flat.Origin(h)] = e;
+            m_outer[flat.Origin(h)] = EdgeOf(code);
         }
     }
     m_store->Truncate(records);
+}
+
+C2Edge* QuadEdgeAssembly::EdgeOf(std::uint32_t code) const {
+    return m_store->RunEdge(code >> 1, 2 * static_cast<int>(code & 1));
 }
 
 void QuadEdgeAssembly::Fill(const FlatTriangulation& flat, const std::vector<SFVec3f*>& vertices,
@@ -69,7 +96,7 @@ void QuadEdgeAssembly::Fill(const FlatTriangulation& flat, const std::vector<SFV
     // Half-edge h writes only its own directed edge and, on the enclosing triangle, that
     // edge's reverse: ranges of half-edges write disjoint fields.
     for (std::size_t h = begin; h < end; ++h) {
-        C2Edge* e = m_edgeOf[h];
+        C2Edge* e = EdgeOf(m_codeOf[h]);
         EdgeLinks::SetOrg(e, vertices[flat.Origin(h)]);
         LinkAroundTriangle(h);
         if (flat.Twin(h) == FlatTriangulation::kNone) {
@@ -84,10 +111,10 @@ void QuadEdgeAssembly::LinkAroundTriangle(std::size_t h) const {
     // Around the origin, the edge after a to b is a to c, c the triangle's third corner: the
     // reverse of the previous half-edge. Around the left face, the next edge is the next
     // half-edge; the dual ring of InvRot(e) follows it, since Lnext is InvRot, Onext, Rot.
-    C2Edge* e = m_edgeOf[h];
-    EdgeLinks::SetNext(e, EdgeLinks::Sym(m_edgeOf[FlatTriangulation::Prev(h)]));
+    C2Edge* e = EdgeOf(m_codeOf[h]);
+    EdgeLinks::SetNext(e, EdgeLinks::Sym(EdgeOf(m_codeOf[FlatTriangulation::Prev(h)])));
     EdgeLinks::SetNext(EdgeLinks::InvRot(e),
-                       EdgeLinks::InvRot(m_edgeOf[FlatTriangulation::Next(h)]));
+                       EdgeLinks::InvRot(EdgeOf(m_codeOf[FlatTriangulation::Next(h)])));
 }
 
 void QuadEdgeAssembly::LinkAroundOuterFace(std::size_t c) const {

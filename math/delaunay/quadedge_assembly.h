@@ -7,7 +7,9 @@
 #include "delaunay/flat_triangulation.h"
 
 #include <array>
+#include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -15,20 +17,24 @@ namespace zq::detail {
 
 /// The quad-edge records of a flat triangulation, linked straight from its triangles: no
 /// Splice, no walk. The records are made first, before the triangulation is known, so that
-/// another thread can make them meanwhile.
+/// other threads can make them meanwhile.
 class QuadEdgeAssembly {
 public:
-    /// Records enough for a triangulation of up to sites sites, in a store of their own.
+    /// Places for the records of a triangulation of up to sites sites, in a store of their own.
     explicit QuadEdgeAssembly(std::size_t sites);
 
+    /// Makes records, a block at a time, until none is left to make. Several threads may call
+    /// it at once; every call must have returned before Assemble.
+    void MakeRecords();
+
     /// Gives s the store, filled. Vertex v < 3 of flat is corners[v]; vertex 3 + j is
-    /// samples[candidates[k]] with k = candidateOf[j], and becomes s's vertex 3 + k, after the
+    /// samples[candidates[k]] with k = order[j], and becomes s's vertex 3 + k, after the
     /// corners. One record per edge, in the order of the triangles; the enclosing triangle's
     /// edges are marked boundary; the starting edge ends at the last site inserted.
     void Assemble(C2Subdivision& s, const FlatTriangulation& flat,
                   const std::array<SFVec3f, 3>& corners, const SFVec3f* samples,
                   const std::vector<std::size_t>& candidates,
-                  const std::vector<std::size_t>& candidateOf);
+                  const std::vector<std::uint32_t>& order);
 
 private:
     /// Fills s's vertex list with copies of the corners and candidates; returns them by flat
@@ -36,10 +42,12 @@ private:
     std::vector<SFVec3f*> Vertices(C2Subdivision& s, const std::array<SFVec3f, 3>& corners,
                                    const SFVec3f* samples,
                                    const std::vector<std::size_t>& candidates,
-                                   const std::vector<std::size_t>& candidateOf);
-    /// Gives each half-edge its directed edge, a record for each edge; the records left over
-    /// are destroyed.
+                                   const std::vector<std::uint32_t>& order);
+    /// Gives each half-edge the code of its directed edge: twice its record's number, plus one
+    /// for edge 2; the records left over are destroyed.
     void Number(const FlatTriangulation& flat);
+    /// The directed edge of a code.
+    C2Edge* EdgeOf(std::uint32_t code) const;
     /// Sets the origin and the links of the directed edges of the half-edges [begin, end),
     /// and of the reverses of the enclosing triangle's edges among them.
     void Fill(const FlatTriangulation& flat, const std::vector<SFVec3f*>& vertices,
@@ -51,8 +59,11 @@ private:
     void LinkAroundOuterFace(std::size_t c) const;
 
     std::shared_ptr<EdgeStore> m_store;
-    /// The directed edge of each half-edge.
-    std::vector<C2Edge*> m_edgeOf;
+    std::size_t m_records;
+    /// The first record that no thread has taken yet.
+    std::atomic<std::size_t> m_nextRecord{0};
+    /// The code of each half-edge's directed edge.
+    std::vector<std::uint32_t> m_codeOf;
     /// The edges of the enclosing triangle, by origin: corner 0 to 1, 1 to 2, 2 to 0.
     std::array<C2Edge*, 3> m_outer{};
 };
