@@ -130,6 +130,11 @@ TEST(RobustPredicates, RightWhereRoundingFlipsTheSign) {
         EXPECT_EQ(zq::detail::InCircleSign({3, 4}, {-4, 3}, {-5, 0}, d), (k < 0) - (k > 0)) << k;
         EXPECT_EQ(zq::detail::InCircleSign({-3, -4}, {4, -3}, {0, 5}, e), (k < 0) - (k > 0)) << k;
     }
+    // Exact differences whose products round: (1 + 2^-30)^2 - (1 + 2^-29) is 2^-60, though both
+    // products round to the same double.
+    const double e30 = std::ldexp(1.0, -30), e29 = std::ldexp(1.0, -29);
+    EXPECT_EQ(zq::detail::Orientation({1 + e30, 1 + e29}, {1, 1 + e30}, {0, 0}), 1);
+    EXPECT_EQ(zq::detail::Orientation({1, 1 + e30}, {1 + e30, 1 + e29}, {0, 0}), -1);
 }
 
 /// The quad-edge algebra on every directed edge, primal and dual: Onext and Oprev inverse, the

@@ -1,5 +1,6 @@
-// Robust predicates: the exact expansion arithmetic behind the filters of the header, used when
-// a rounded determinant is too close to zero to trust its sign.
+// Robust predicates: the exact arithmetic behind the filters of the header, used when a rounded
+// determinant is too close to zero to trust its sign: first the plain determinant again, kept
+// when no operation rounded, then expansions.
 #include "delaunay/robust_predicates.h"
 
 #include <cstddef>
@@ -33,6 +34,37 @@ inline void TwoProduct(double a, double b, double& product, double& err) {
     Split(a, aHi, aLo);
     Split(b, bHi, bLo);
     err = ((aHi * bHi - product) + aHi * bLo + aLo * bHi) + aLo * bLo;
+}
+
+/// Double arithmetic that remembers whether any operation rounded: when none did, the rounded
+/// result is the exact one, zero included, and no expansion is needed. Integer grids and other
+/// coordinates with few significant bits are decided this way.
+class Unrounded {
+public:
+    double Sub(double a, double b) { return Checked(a, -b); }
+    double Add(double a, double b) { return Checked(a, b); }
+    double Mul(double a, double b) {
+        double product, err;
+        TwoProduct(a, b, product, err);
+        m_exact = m_exact && err == 0.0;
+        return product;
+    }
+    /// True while no operation has rounded.
+    bool Exact() const { return m_exact; }
+
+private:
+    double Checked(double a, double b) {
+        double sum, err;
+        TwoSum(a, b, sum, err);
+        m_exact = m_exact && err == 0.0;
+        return sum;
+    }
+    bool m_exact = true;
+};
+
+/// The sign of v.
+int SignOf(double v) {
+    return (v > 0.0) - (v < 0.0);
 }
 
 /// An exact value as a sum of nonoverlapping doubles in increasing magnitude, without zeros,
@@ -119,12 +151,32 @@ Expansion<512> LiftedTerm(const Offset& p, const Offset& q, const Offset& r) {
 } // namespace
 
 int ExactOrientation(const Site& a, const Site& b, const Site& c) {
+    Unrounded u;
+    const double det =
+        u.Sub(u.Mul(u.Sub(a.x, c.x), u.Sub(b.y, c.y)), u.Mul(u.Sub(a.y, c.y), u.Sub(b.x, c.x)));
+    if (u.Exact()) {
+        return SignOf(det);
+    }
     return CrossDifference(Difference(a.x, c.x), Difference(b.y, c.y), Difference(a.y, c.y),
                            Difference(b.x, c.x))
         .Sign();
 }
 
 int ExactInCircle(const Site& a, const Site& b, const Site& c, const Site& d) {
+    Unrounded u;
+    const double adx = u.Sub(a.x, d.x), ady = u.Sub(a.y, d.y);
+    const double bdx = u.Sub(b.x, d.x), bdy = u.Sub(b.y, d.y);
+    const double cdx = u.Sub(c.x, d.x), cdy = u.Sub(c.y, d.y);
+    const double la = u.Add(u.Mul(adx, adx), u.Mul(ady, ady));
+    const double lb = u.Add(u.Mul(bdx, bdx), u.Mul(bdy, bdy));
+    const double lc = u.Add(u.Mul(cdx, cdx), u.Mul(cdy, cdy));
+    const double bc = u.Sub(u.Mul(bdx, cdy), u.Mul(bdy, cdx));
+    const double ca = u.Sub(u.Mul(cdx, ady), u.Mul(cdy, adx));
+    const double ab = u.Sub(u.Mul(adx, bdy), u.Mul(ady, bdx));
+    const double rounded = u.Add(u.Add(u.Mul(la, bc), u.Mul(lb, ca)), u.Mul(lc, ab));
+    if (u.Exact()) {
+        return SignOf(rounded);
+    }
     const Offset pa(a, d), pb(b, d), pc(c, d);
     Expansion<1536> det;
     det.Add(LiftedTerm(pa, pb, pc), 1.0);
