@@ -48,8 +48,12 @@ public:
         m_used += count;
         return run;
     }
-    /// Builds object i of a run. Calls for different objects may run on different threads.
-    static T* MakeInRun(Slot* run, std::size_t i) { return new (&run[i]) T(); }
+    /// Builds object i of a run from args. Calls for different objects may run on different
+    /// threads.
+    template <class... Args>
+    static T* MakeInRun(Slot* run, std::size_t i, Args&&... args) {
+        return new (&run[i]) T(std::forward<Args>(args)...);
+    }
     /// Object i of a run, once built.
     static T* InRun(Slot* run, std::size_t i) {
         return std::launder(reinterpret_cast<T*>(&run[i]));

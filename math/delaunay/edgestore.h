@@ -49,6 +49,13 @@ public:
     /// Record i in list order, or null when i is out of range.
     C2QuadEdge* At(std::size_t i);
 
+    /// Sets count places for points side by side aside: a point run, filled by MakePoint.
+    void ReservePointRun(std::size_t count) { m_pointRun = m_points.TakeRun(count); }
+    /// A copy of p in place i of the point run. Calls for different places may run on
+    /// different threads.
+    SFVec3f* MakePoint(std::size_t i, const SFVec3f& p) {
+        return Arena<SFVec3f>::MakeInRun(m_pointRun, i, p);
+    }
     /// A copy of p that never moves.
     SFVec3f* NewPoint(const SFVec3f& p);
     /// The samples, ordered by vector length; nothing fills them.
@@ -68,6 +75,7 @@ private:
     Arena<C2QuadEdge> m_records;
     Arena<SFVec3f> m_points;
     std::vector<C2QuadEdge*> m_list;
+    Arena<SFVec3f>::Slot* m_pointRun = nullptr;
     /// The last run's first slot, and its first place in the list.
     Arena<C2QuadEdge>::Slot* m_run = nullptr;
     std::size_t m_runStart = 0;

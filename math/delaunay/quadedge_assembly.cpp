@@ -12,8 +12,6 @@ namespace {
 
 /// Records a thread makes between two looks at the shared counter.
 constexpr std::size_t kRecordBlock = 4096;
-/// A half-edge not numbered yet.
-constexpr std::uint32_t kUnnumbered = 0xFFFFFFFFu;
 
 } // namespace
 
@@ -50,40 +48,53 @@ std::vector<SFVec3f*> QuadEdgeAssembly::Vertices(C2Subdivision& s,
                                                  const SFVec3f* samples,
                                                  const std::vector<std::size_t>& candidates,
                                                  const std::vector<std::uint32_t>& order) {
-    // The copies are laid out in the caller's order, read and written in one sweep.
-    s.m_vertices.clear();
-    s.m_vertices.reserve(3 + candidates.size());
-    for (const SFVec3f& corner : corners) {
-        s.m_vertices.push_back(m_store->NewPoint(corner));
+    // The copies are laid out in the order of insertion, so that neighbours lie together.
+    m_store->ReservePointRun(3 + order.size());
+    s.m_vertices.assign(3 + candidates.size(), nullptr);
+    std::vector<SFVec3f*> vertices(3 + order.size());
+    for (std::size_t v = 0; v < 3; ++v) {
+        vertices[v] = s.m_vertices[v] = m_store->MakePoint(v, corners[v]);
     }
-    for (std::size_t i : candidates) {
-        s.m_vertices.push_back(m_store->NewPoint(samples[i]));
-    }
-    std::vector<SFVec3f*> vertices(s.m_vertices.begin(), s.m_vertices.begin() + 3);
-    vertices.reserve(3 + order.size());
-    for (std::uint32_t k : order) {
-        vertices.push_back(s.m_vertices[3 + k]);
-    }
+    InTwoHalves(order.size(), [&](std::size_t begin, std::size_t end) {
+        for (std::size_t j = begin; j < end; ++j) {
+            SFVec3f* p = m_store->MakePoint(3 + j, samples[candidates[order[j]]]);
+            vertices[3 + j] = s.m_vertices[3 + order[j]] = p;
+        }
+    });
     return vertices;
 }
 
 void QuadEdgeAssembly::Number(const FlatTriangulation& flat) {
-    // An edge's record holds the half-edge met first as edge 0 and its twin as edge 2: the
-    // records are then filled nearly in order.
-    m_codeOf.assign(flat.HalfEdgeCount(), kUnnumbered);
-    std::uint32_t records = 0;
-    for (std::size_t h = 0; h < flat.HalfEdgeCount(); ++h) {
-        if (m_codeOf[h] != kUnnumbered) {
-            continue;
-        }
-        const std::uint32_t code = 2 * records++;
-        m_codeOf[h] = code;
-        if (flat.Twin(h) != FlatTriangulation::kNone) {
-            m_codeOf[flat.Twin(h)] = code + 1;
-        } else {
-            m_outer[flat.Origin(h)] = EdgeOf(code);
-        }
+    // An edge's record holds its first half-edge, in index order, as edge 0 and the twin as
+    // edge 2: the records are then filled nearly in order. Each half of the half-edges numbers
+    // its own, the upper one starting after the lower one's count.
+    const std::size_t count = flat.HalfEdgeCount();
+    const auto first = [&flat](std::size_t h) {
+        return flat.Twin(h) == FlatTriangulation::kNone || flat.Twin(h) > h;
+    };
+    std::size_t lower = 0;
+    for (std::size_t h = 0; h < LowerHalfEnd(count); ++h) {
+        lower += first(h) ? 1 : 0;
     }
+    m_codeOf.resize(count);
+    std::atomic<std::size_t> records{0};
+    InTwoHalves(count, [&](std::size_t begin, std::size_t end) {
+        std::uint32_t record = static_cast<std::uint32_t>(begin == 0 ? 0 : lower);
+        const std::uint32_t start = record;
+        for (std::size_t h = begin; h < end; ++h) {
+            if (!first(h)) {
+                continue;
+            }
+            const std::uint32_t code = 2 * record++;
+            m_codeOf[h] = code;
+            if (flat.Twin(h) != FlatTriangulation::kNone) {
+                m_codeOf[flat.Twin(h)] = code + 1;
+            } else {
+                m_outer[flat.Origin(h)] = EdgeOf(code);
+            }
+        }
+        records += record - start;
+    });
     m_store->Truncate(records);
 }
 

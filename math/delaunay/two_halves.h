@@ -10,16 +10,21 @@ namespace zq::detail {
 /// Loops shorter than this stay on one thread: starting another costs more than it saves.
 constexpr std::size_t kSmallestSplitLoop = std::size_t(1) << 15;
 
-/// Runs work(begin, end) over [0, count): the upper half on a second thread when the loop is
-/// long and a thread can be started, else everything here. The halves must not write the
-/// same memory.
+/// Where InTwoHalves ends the lower half of a loop over [0, count).
+constexpr std::size_t LowerHalfEnd(std::size_t count) {
+    return count < kSmallestSplitLoop ? count : count / 2;
+}
+
+/// Runs work(begin, end) over [0, count) in two halves split at LowerHalfEnd(count): the upper
+/// one on a second thread when a thread can be started, else here. The halves must not write
+/// the same memory.
 template <class Work>
 void InTwoHalves(std::size_t count, const Work& work) {
-    if (count < kSmallestSplitLoop) {
+    const std::size_t half = LowerHalfEnd(count);
+    if (half == count) {
         work(std::size_t(0), count);
         return;
     }
-    const std::size_t half = count / 2;
     auto upper = std::async(std::launch::async | std::launch::deferred,
                             [&work, half, count] { work(half, count); });
     work(std::size_t(0), half);
