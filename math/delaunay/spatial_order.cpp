@@ -18,8 +18,8 @@ constexpr int kMostLevels = 14;
 constexpr int kRoundRatioBits = 3;
 /// Rounds smaller than this are merged into the first one: tiny rounds gain nothing.
 constexpr std::size_t kSmallestRound = 64;
-/// Bits of the key sorted per pass.
-constexpr int kRadixBits = 8;
+/// The widest digit of a sorting pass: 2048 buckets still stream well.
+constexpr int kMostRadixBits = 11;
 
 /// One step down the Hilbert curve, for each frame and each quadrant (x bit, y bit) of the
 /// site: the quadrant's place along the curve (high two bits) and the frame below (low two).
@@ -92,20 +92,24 @@ std::uint32_t Cell(double v, double low, double scale, int levels) {
     return static_cast<std::uint32_t>(std::min(std::max(c, 0.0), top));
 }
 
-/// Sorts keys stably by their bits [32, 32 + bits), one counting pass per kRadixBits.
+/// Sorts keys stably by their bits [32, 32 + bits), in as few counting passes as digits of at
+/// most kMostRadixBits allow: each pass reads and writes every key once.
 void RadixSort(std::vector<std::uint64_t>& keys, int bits) {
     std::vector<std::uint64_t> other(keys.size());
-    constexpr std::uint64_t kDigit = (1u << kRadixBits) - 1;
-    for (int shift = 32; shift < 32 + bits; shift += kRadixBits) {
-        std::array<std::size_t, (1u << kRadixBits) + 1> start{};
+    const int passes = (bits + kMostRadixBits - 1) / kMostRadixBits;
+    const int digitBits = passes == 0 ? 0 : (bits + passes - 1) / passes;
+    const std::uint64_t digit = (std::uint64_t(1) << digitBits) - 1;
+    std::vector<std::size_t> start;
+    for (int shift = 32; shift < 32 + bits; shift += digitBits) {
+        start.assign(digit + 2, 0);
         for (std::uint64_t k : keys) {
-            ++start[((k >> shift) & kDigit) + 1];
+            ++start[((k >> shift) & digit) + 1];
         }
         for (std::size_t b = 1; b < start.size(); ++b) {
             start[b] += start[b - 1];
         }
         for (std::uint64_t k : keys) {
-            other[start[(k >> shift) & kDigit]++] = k;
+            other[start[(k >> shift) & digit]++] = k;
         }
         keys.swap(other);
     }
