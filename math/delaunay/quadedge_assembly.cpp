@@ -76,7 +76,8 @@ void QuadEdgeAssembly::Number(const FlatTriangulation& flat) {
     for (std::size_t h = 0; h < LowerHalfEnd(count); ++h) {
         lower += first(h) ? 1 : 0;
     }
-    m_codeOf.resize(count);
+    // Every entry is written once below: no zeroing pass first.
+    m_codeOf.reset(new std::uint32_t[count]);
     std::atomic<std::size_t> records{0};
     InTwoHalves(count, [&](std::size_t begin, std::size_t end) {
         std::uint32_t record = static_cast<std::uint32_t>(begin == 0 ? 0 : lower);

@@ -63,7 +63,7 @@ private:
     /// The first record that no thread has taken yet.
     std::atomic<std::size_t> m_nextRecord{0};
     /// The code of each half-edge's directed edge.
-    std::vector<std::uint32_t> m_codeOf;
+    std::unique_ptr<std::uint32_t[]> m_codeOf;
     /// The edges of the enclosing triangle, by origin: corner 0 to 1, 1 to 2, 2 to 0.
     std::array<C2Edge*, 3> m_outer{};
 };
