@@ -296,4 +296,11 @@ TEST(SubdivisionBuild, RejectsUnusableSamplesAndReportsProgress) {
     C2Edge& e = (*s.GetEdgeAt(0))[0];
     EXPECT_EQ(e.Lnext()->Lnext()->Lnext(), &e);
     EXPECT_EQ(e.Sym()->Sym(), &e);
+    // Nothing usable: the bare enclosing triangle, well formed.
+    const C2SubdivisionBuild none = C2Subdivision::Build(&points[260 * 260], 4, {});
+    EXPECT_EQ(none.kept + none.duplicates, 0u);
+    EXPECT_EQ(none.rejected, 4u);
+    EXPECT_EQ(none.subdivision.GetEdgeCount(), 3u);
+    EXPECT_EQ(none.subdivision.GetTriangles(true).size(), 1u);
+    EXPECT_EQ(ExpectWellFormed(none.subdivision), 3);
 }

@@ -72,7 +72,8 @@ private:
     void NoteEdge(Index v, Index w);
     /// Makes h and g twins (g may be kNone).
     void Link(Index h, Index g);
-    /// Splits the triangle of h at the new vertex v; leaves the three outer edges to check.
+    /// Splits the triangle of h at the new vertex v; leaves the new triangles' outer edges to
+    /// check.
     void SplitTriangle(Index h, Index v);
     /// Turns the edge h to the other diagonal of its quadrilateral; h then joins the far
     /// vertex to h's old destination, its twin the apex to h's old origin.
