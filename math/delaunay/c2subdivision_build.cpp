@@ -104,8 +104,9 @@ std::vector<std::size_t> Candidates(const SFVec3f* samples, std::size_t count,
 
 /// A flat triangulation of candidates, and the candidates that may lie too close to others.
 struct Triangulated {
-    /// Vertex 3 + j of flat is candidate order[j].
+    /// Vertex 3 + j of flat is candidate order[j], at height heights[j].
     std::vector<std::uint32_t> order;
+    std::vector<double> heights;
     zq::detail::FlatTriangulation flat;
     /// Candidates that met a vertex with the same x and z, or end an edge shorter than the
     /// duplicate distance. Any two vertices closer than kSameSiteDistance are joined by a path
@@ -115,10 +116,11 @@ struct Triangulated {
     std::vector<std::size_t> close;
 };
 
-/// The corners, then the candidates in spatial order; returns that order.
+/// The corners, then the candidates in spatial order; returns that order and the candidates'
+/// heights in it.
 std::vector<Site> Gathered(const Corners& corners, const SFVec3f* samples,
                            const std::vector<std::size_t>& candidates,
-                           std::vector<std::uint32_t>& order) {
+                           std::vector<std::uint32_t>& order, std::vector<double>& heights) {
     std::vector<Site> sites;
     sites.reserve(3 + candidates.size());
     for (std::size_t i : candidates) {
@@ -126,9 +128,12 @@ std::vector<Site> Gathered(const Corners& corners, const SFVec3f* samples,
     }
     order = zq::detail::InsertionOrder(sites);
     sites.assign({At(corners[0]), At(corners[1]), At(corners[2])});
-    // Gathered in one pass, the sites' reads overlap instead of each stalling an insertion.
+    heights.reserve(order.size());
+    // Gathered in one pass, the samples' reads overlap instead of each stalling an insertion.
     for (std::uint32_t k : order) {
-        sites.push_back(At(samples[candidates[k]]));
+        const SFVec3f& p = samples[candidates[k]];
+        sites.push_back(At(p));
+        heights.push_back(p.y);
     }
     return sites;
 }
@@ -138,9 +143,12 @@ Triangulated Triangulate(const Corners& corners, const SFVec3f* samples,
                          const std::vector<std::size_t>& candidates,
                          const std::function<void(std::size_t, std::size_t)>& progress) {
     std::vector<std::uint32_t> order;
-    std::vector<Site> sites = Gathered(corners, samples, candidates, order);
-    Triangulated t{
-        std::move(order), zq::detail::FlatTriangulation(std::move(sites), kShortEdge), {}};
+    std::vector<double> heights;
+    std::vector<Site> sites = Gathered(corners, samples, candidates, order, heights);
+    Triangulated t{std::move(order),
+                   std::move(heights),
+                   zq::detail::FlatTriangulation(std::move(sites), kShortEdge),
+                   {}};
     const std::size_t n = t.order.size();
     for (std::uint32_t j = 0; j < n; ++j) {
         if (progress && j % kProgressStep == 0 && j > 0) {
@@ -265,7 +273,7 @@ C2SubdivisionBuild C2Subdivision::Build(const SFVec3f* samples, std::size_t coun
     result.kept = candidates.size();
     assembly.MakeRecords();
     made.get();
-    assembly.Assemble(result.subdivision, t.flat, corners, samples, candidates, t.order);
+    assembly.Assemble(result.subdivision, t.flat, corners, t.heights, t.order);
     return result;
 }
 

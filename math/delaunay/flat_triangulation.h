@@ -32,6 +32,8 @@ public:
     /// (v is then left out).
     std::uint32_t Insert(std::uint32_t v);
 
+    /// The site of vertex v.
+    const Site& Vertex(std::size_t v) const { return m_sites[v]; }
     /// The number of half-edges: three a triangle.
     std::size_t HalfEdgeCount() const { return m_origin.size(); }
     /// The origin vertex of half-edge h.

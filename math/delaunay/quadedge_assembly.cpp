@@ -32,10 +32,10 @@ void QuadEdgeAssembly::MakeRecords() {
 }
 
 void QuadEdgeAssembly::Assemble(C2Subdivision& s, const FlatTriangulation& flat,
-                                const std::array<SFVec3f, 3>& corners, const SFVec3f* samples,
-                                const std::vector<std::size_t>& candidates,
+                                const std::array<SFVec3f, 3>& corners,
+                                const std::vector<double>& heights,
                                 const std::vector<std::uint32_t>& order) {
-    const std::vector<SFVec3f*> vertices = Vertices(s, corners, samples, candidates, order);
+    const std::vector<SFVec3f*> vertices = Vertices(s, flat, corners, heights, order);
     Number(flat);
     InTwoHalves(flat.HalfEdgeCount(),
                 [&](std::size_t begin, std::size_t end) { Fill(flat, vertices, begin, end); });
@@ -43,21 +43,22 @@ void QuadEdgeAssembly::Assemble(C2Subdivision& s, const FlatTriangulation& flat,
     s.m_startingEdge = EdgeOf(m_codeOf[FlatTriangulation::Next(flat.Start())]);
 }
 
-std::vector<SFVec3f*> QuadEdgeAssembly::Vertices(C2Subdivision& s,
+std::vector<SFVec3f*> QuadEdgeAssembly::Vertices(C2Subdivision& s, const FlatTriangulation& flat,
                                                  const std::array<SFVec3f, 3>& corners,
-                                                 const SFVec3f* samples,
-                                                 const std::vector<std::size_t>& candidates,
+                                                 const std::vector<double>& heights,
                                                  const std::vector<std::uint32_t>& order) {
-    // The copies are laid out in the order of insertion, so that neighbours lie together.
+    // The copies are laid out in the order of insertion, so that neighbours lie together, and
+    // made from the flat sites and the heights, both read in that order.
     m_store->ReservePointRun(3 + order.size());
-    s.m_vertices.assign(3 + candidates.size(), nullptr);
+    s.m_vertices.assign(3 + order.size(), nullptr);
     std::vector<SFVec3f*> vertices(3 + order.size());
     for (std::size_t v = 0; v < 3; ++v) {
         vertices[v] = s.m_vertices[v] = m_store->MakePoint(v, corners[v]);
     }
     InTwoHalves(order.size(), [&](std::size_t begin, std::size_t end) {
         for (std::size_t j = begin; j < end; ++j) {
-            SFVec3f* p = m_store->MakePoint(3 + j, samples[candidates[order[j]]]);
+            const Site& site = flat.Vertex(3 + j);
+            SFVec3f* p = m_store->MakePoint(3 + j, SFVec3f(site.x, heights[j], site.y));
             vertices[3 + j] = s.m_vertices[3 + order[j]] = p;
         }
     });

@@ -27,21 +27,20 @@ public:
     /// it at once; every call must have returned before Assemble.
     void MakeRecords();
 
-    /// Gives s the store, filled. Vertex v < 3 of flat is corners[v]; vertex 3 + j is
-    /// samples[candidates[k]] with k = order[j], and becomes s's vertex 3 + k, after the
-    /// corners. One record per edge, in the order of the triangles; the enclosing triangle's
+    /// Gives s the store, filled. Vertex v < 3 of flat is corners[v]; vertex 3 + j, at height
+    /// heights[j], is the k-th sample kept, k = order[j], and becomes s's vertex 3 + k, after
+    /// the corners. One record per edge, in the order of the triangles; the enclosing triangle's
     /// edges are marked boundary; the starting edge ends at the last site inserted.
     void Assemble(C2Subdivision& s, const FlatTriangulation& flat,
-                  const std::array<SFVec3f, 3>& corners, const SFVec3f* samples,
-                  const std::vector<std::size_t>& candidates,
+                  const std::array<SFVec3f, 3>& corners, const std::vector<double>& heights,
                   const std::vector<std::uint32_t>& order);
 
 private:
-    /// Fills s's vertex list with copies of the corners and candidates; returns them by flat
-    /// index.
-    std::vector<SFVec3f*> Vertices(C2Subdivision& s, const std::array<SFVec3f, 3>& corners,
-                                   const SFVec3f* samples,
-                                   const std::vector<std::size_t>& candidates,
+    /// Fills s's vertex list with the vertices of flat, at their heights; returns them by
+    /// flat index.
+    std::vector<SFVec3f*> Vertices(C2Subdivision& s, const FlatTriangulation& flat,
+                                   const std::array<SFVec3f, 3>& corners,
+                                   const std::vector<double>& heights,
                                    const std::vector<std::uint32_t>& order);
     /// Gives each half-edge the code of its directed edge: twice its record's number, plus one
     /// for edge 2; the records left over are destroyed.
