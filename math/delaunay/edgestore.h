@@ -56,6 +56,8 @@ public:
     SFVec3f* MakePoint(std::size_t i, const SFVec3f& p) {
         return Arena<SFVec3f>::MakeInRun(m_pointRun, i, p);
     }
+    /// Point i of the point run, once made.
+    SFVec3f* RunPoint(std::size_t i) const { return Arena<SFVec3f>::InRun(m_pointRun, i); }
     /// A copy of p that never moves.
     SFVec3f* NewPoint(const SFVec3f& p);
     /// The samples, ordered by vector length; nothing fills them.

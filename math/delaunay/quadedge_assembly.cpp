@@ -35,34 +35,32 @@ void QuadEdgeAssembly::Assemble(C2Subdivision& s, const FlatTriangulation& flat,
                                 const std::array<SFVec3f, 3>& corners,
                                 const std::vector<double>& heights,
                                 const std::vector<std::uint32_t>& order) {
-    const std::vector<SFVec3f*> vertices = Vertices(s, flat, corners, heights, order);
+    Vertices(s, flat, corners, heights, order);
     Number(flat);
     InTwoHalves(flat.HalfEdgeCount(),
-                [&](std::size_t begin, std::size_t end) { Fill(flat, vertices, begin, end); });
+                [&](std::size_t begin, std::size_t end) { Fill(flat, begin, end); });
     s.m_store = m_store;
     s.m_startingEdge = EdgeOf(m_codeOf[FlatTriangulation::Next(flat.Start())]);
 }
 
-std::vector<SFVec3f*> QuadEdgeAssembly::Vertices(C2Subdivision& s, const FlatTriangulation& flat,
-                                                 const std::array<SFVec3f, 3>& corners,
-                                                 const std::vector<double>& heights,
-                                                 const std::vector<std::uint32_t>& order) {
+void QuadEdgeAssembly::Vertices(C2Subdivision& s, const FlatTriangulation& flat,
+                                const std::array<SFVec3f, 3>& corners,
+                                const std::vector<double>& heights,
+                                const std::vector<std::uint32_t>& order) {
     // The copies are laid out in the order of insertion, so that neighbours lie together, and
     // made from the flat sites and the heights, both read in that order.
     m_store->ReservePointRun(3 + order.size());
     s.m_vertices.assign(3 + order.size(), nullptr);
-    std::vector<SFVec3f*> vertices(3 + order.size());
     for (std::size_t v = 0; v < 3; ++v) {
-        vertices[v] = s.m_vertices[v] = m_store->MakePoint(v, corners[v]);
+        s.m_vertices[v] = m_store->MakePoint(v, corners[v]);
     }
     InTwoHalves(order.size(), [&](std::size_t begin, std::size_t end) {
         for (std::size_t j = begin; j < end; ++j) {
             const Site& site = flat.Vertex(3 + j);
             SFVec3f* p = m_store->MakePoint(3 + j, SFVec3f(site.x, heights[j], site.y));
-            vertices[3 + j] = s.m_vertices[3 + order[j]] = p;
+            s.m_vertices[3 + order[j]] = p;
         }
     });
-    return vertices;
 }
 
 void QuadEdgeAssembly::Number(const FlatTriangulation& flat) {
@@ -104,17 +102,18 @@ C2Edge* QuadEdgeAssembly::EdgeOf(std::uint32_t code) const {
     return m_store->RunEdge(code >> 1, 2 * static_cast<int>(code & 1));
 }
 
-void QuadEdgeAssembly::Fill(const FlatTriangulation& flat, const std::vector<SFVec3f*>& vertices,
-                            std::size_t begin, std::size_t end) const {
+void QuadEdgeAssembly::Fill(const FlatTriangulation& flat, std::size_t begin,
+                            std::size_t end) const {
     // Half-edge h writes only its own directed edge and, on the enclosing triangle, that
     // edge's reverse: ranges of half-edges write disjoint fields.
     for (std::size_t h = begin; h < end; ++h) {
         C2Edge* e = EdgeOf(m_codeOf[h]);
-        EdgeLinks::SetOrg(e, vertices[flat.Origin(h)]);
+        EdgeLinks::SetOrg(e, m_store->RunPoint(flat.Origin(h)));
         LinkAroundTriangle(h);
         if (flat.Twin(h) == FlatTriangulation::kNone) {
             e->SetBoundaryEdge(true);
-            EdgeLinks::SetOrg(EdgeLinks::Sym(e), vertices[flat.Origin(FlatTriangulation::Next(h))]);
+            EdgeLinks::SetOrg(EdgeLinks::Sym(e),
+                              m_store->RunPoint(flat.Origin(FlatTriangulation::Next(h))));
             LinkAroundOuterFace(flat.Origin(h));
         }
     }

@@ -36,12 +36,11 @@ public:
                   const std::vector<std::uint32_t>& order);
 
 private:
-    /// Fills s's vertex list with the vertices of flat, at their heights; returns them by
-    /// flat index.
-    std::vector<SFVec3f*> Vertices(C2Subdivision& s, const FlatTriangulation& flat,
-                                   const std::array<SFVec3f, 3>& corners,
-                                   const std::vector<double>& heights,
-                                   const std::vector<std::uint32_t>& order);
+    /// Fills s's vertex list with the vertices of flat, at their heights, laid out in the
+    /// store's point run by flat index.
+    void Vertices(C2Subdivision& s, const FlatTriangulation& flat,
+                  const std::array<SFVec3f, 3>& corners, const std::vector<double>& heights,
+                  const std::vector<std::uint32_t>& order);
     /// Gives each half-edge the code of its directed edge: twice its record's number, plus one
     /// for edge 2; the records left over are destroyed.
     void Number(const FlatTriangulation& flat);
@@ -49,8 +48,7 @@ private:
     C2Edge* EdgeOf(std::uint32_t code) const;
     /// Sets the origin and the links of the directed edges of the half-edges [begin, end),
     /// and of the reverses of the enclosing triangle's edges among them.
-    void Fill(const FlatTriangulation& flat, const std::vector<SFVec3f*>& vertices,
-              std::size_t begin, std::size_t end) const;
+    void Fill(const FlatTriangulation& flat, std::size_t begin, std::size_t end) const;
     /// Sets the Onext links of h's directed edge and of its dual leaving h's triangle.
     void LinkAroundTriangle(std::size_t h) const;
     /// Sets the Onext links of the reverse of the outer edge from corner c, and of its dual
