@@ -31,6 +31,8 @@ constexpr double kSmallest = 1e-30;
 constexpr double kLargest = 1e30;
 /// The most samples one build takes: the flat triangulation counts half-edges in 32 bits.
 constexpr std::size_t kMostSites = std::size_t(1) << 28;
+/// Smaller builds stay on the caller's thread: starting another costs more than it saves.
+constexpr std::size_t kSmallestThreadedBuild = 4096;
 /// How many insertions pass between two progress reports.
 constexpr std::size_t kProgressStep = 65536;
 /// The derived enclosing triangle's size against the bounding box's larger side.
@@ -259,8 +261,10 @@ C2SubdivisionBuild C2Subdivision::Build(const SFVec3f* samples, std::size_t coun
     // they are: fresh memory costs a page fault per page at its first write, and those faults
     // then overlap the insertions.
     zq::detail::QuadEdgeAssembly assembly(candidates.size());
-    auto made = std::async(std::launch::async | std::launch::deferred,
-                           [&assembly] { assembly.MakeRecords(); });
+    const std::launch policy = candidates.size() < kSmallestThreadedBuild
+                                   ? std::launch::deferred
+                                   : std::launch::async | std::launch::deferred;
+    auto made = std::async(policy, [&assembly] { assembly.MakeRecords(); });
     Triangulated t = Triangulate(corners, samples, candidates, options.progress);
     if (!t.close.empty()) {
         // Dropping vertices from a triangulation is not supported: the kept ones start over.
