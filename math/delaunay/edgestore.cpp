@@ -34,7 +34,8 @@ void EdgeStore::ReserveRun(std::size_t count) {
     }
     m_run = m_records.TakeRun(count);
     m_runStart = m_list.size();
-    m_list.resize(m_runStart + count, nullptr);
+    // The places are filled by MakeRun, on whichever thread makes them: not zeroed here.
+    m_list.resize(m_runStart + count);
 }
 
 void EdgeStore::MakeRun(std::size_t begin, std::size_t end) {

@@ -3,6 +3,7 @@
 #define ZQMATH_EDGESTORE_H
 
 #include "delaunay/arena.h"
+#include "delaunay/uninitialized.h"
 #include "quadedge.h"
 #include "sfvec3f.h"
 
@@ -76,7 +77,8 @@ private:
 
     Arena<C2QuadEdge> m_records;
     Arena<SFVec3f> m_points;
-    std::vector<C2QuadEdge*> m_list;
+    /// Holes are null; places of a run are unset until MakeRun fills them.
+    UninitializedVector<C2QuadEdge*> m_list;
     Arena<SFVec3f>::Slot* m_pointRun = nullptr;
     /// The last run's first slot, and its first place in the list.
     Arena<C2QuadEdge>::Slot* m_run = nullptr;

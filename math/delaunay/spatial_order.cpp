@@ -1,6 +1,8 @@
 // Spatial order: rounds of a randomized insertion order, each sorted along a Hilbert curve.
 #include "delaunay/spatial_order.h"
 
+#include "delaunay/uninitialized.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -94,8 +96,8 @@ std::uint32_t Cell(double v, double low, double scale, int levels) {
 
 /// Sorts keys stably by their bits [32, 32 + bits), in as few counting passes as digits of at
 /// most kMostRadixBits allow: each pass reads and writes every key once.
-void RadixSort(std::vector<std::uint64_t>& keys, int bits) {
-    std::vector<std::uint64_t> other(keys.size());
+void RadixSort(UninitializedVector<std::uint64_t>& keys, int bits) {
+    UninitializedVector<std::uint64_t> other(keys.size());
     const int passes = (bits + kMostRadixBits - 1) / kMostRadixBits;
     const int digitBits = passes == 0 ? 0 : (bits + passes - 1) / passes;
     const std::uint64_t digit = (std::uint64_t(1) << digitBits) - 1;
@@ -141,7 +143,7 @@ std::vector<std::uint32_t> InsertionOrder(const std::vector<Site>& sites) {
         ++lastRound;
     }
     // The key is the round (first rounds first) above the curve index, above the position.
-    std::vector<std::uint64_t> keys(n);
+    UninitializedVector<std::uint64_t> keys(n);
     for (std::size_t i = 0; i < n; ++i) {
         const std::uint64_t round = lastRound - RoundFromLast(i, lastRound);
         const std::uint64_t h = HilbertIndex(Cell(sites[i].x, minX, scale, levels),
