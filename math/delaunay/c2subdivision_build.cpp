@@ -2,6 +2,7 @@
 #include "c2subdivision.h"
 
 #include "delaunay/flat_triangulation.h"
+#include "delaunay/near_duplicates.h"
 #include "delaunay/quadedge_assembly.h"
 #include "delaunay/robust_predicates.h"
 #include "delaunay/spatial_order.h"
@@ -9,10 +10,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <functional>
 #include <future>
-#include <memory>
 #include <stdexcept>
-#include <unordered_map>
 #include <utility>
 
 namespace {
@@ -177,73 +177,6 @@ Triangulated Triangulate(const Corners& corners, const SFVec3f* samples,
     return t;
 }
 
-/// Kept points bucketed by cells of the duplicate distance: a point's close neighbours lie in
-/// its own cell and the eight around it.
-class CellGrid {
-public:
-    /// True when a kept point lies within kSameSiteDistance of p.
-    bool HasNear(const SFVec3f& p) const {
-        const double cx = std::floor(p.x / kSameSiteDistance);
-        const double cz = std::floor(p.z / kSameSiteDistance);
-        for (double dx = -1; dx <= 1; ++dx) {
-            for (double dz = -1; dz <= 1; ++dz) {
-                const auto found = m_cells.find({cx + dx, cz + dz});
-                if (found == m_cells.end()) {
-                    continue;
-                }
-                for (const SFVec3f* q : found->second) {
-                    if (p.XZ().DistanceTo(q->XZ()) < kSameSiteDistance) {
-                        return true;
-                    }
-                }
-            }
-        }
-        return false;
-    }
-    /// Keeps p.
-    void Add(const SFVec3f* p) {
-        m_cells[{std::floor(p->x / kSameSiteDistance), std::floor(p->z / kSameSiteDistance)}]
-            .push_back(p);
-    }
-
-private:
-    using Cell = std::pair<double, double>;
-    struct CellHash {
-        std::size_t operator()(const Cell& c) const {
-            return std::hash<double>()(c.first) * 31u + std::hash<double>()(c.second);
-        }
-    };
-    std::unordered_map<Cell, std::vector<const SFVec3f*>, CellHash> m_cells;
-};
-
-/// The candidates left when each close one, in the caller's order, is dropped if a corner or
-/// an earlier kept candidate lies within kSameSiteDistance.
-std::vector<std::size_t> WithoutNearDuplicates(const Corners& corners, const SFVec3f* samples,
-                                               const std::vector<std::size_t>& candidates,
-                                               std::vector<std::size_t> close) {
-    std::sort(close.begin(), close.end());
-    close.erase(std::unique(close.begin(), close.end()), close.end());
-    CellGrid kept;
-    for (const SFVec3f& corner : corners) {
-        kept.Add(&corner);
-    }
-    std::vector<bool> dropped(candidates.size(), false);
-    for (std::size_t k : close) {
-        const SFVec3f* p = &samples[candidates[k]];
-        dropped[k] = kept.HasNear(*p);
-        if (!dropped[k]) {
-            kept.Add(p);
-        }
-    }
-    std::vector<std::size_t> left;
-    for (std::size_t k = 0; k < candidates.size(); ++k) {
-        if (!dropped[k]) {
-            left.push_back(candidates[k]);
-        }
-    }
-    return left;
-}
-
 } // namespace
 
 C2SubdivisionBuild C2Subdivision::Build(const SFVec3f* samples, std::size_t count,
@@ -268,8 +201,8 @@ C2SubdivisionBuild C2Subdivision::Build(const SFVec3f* samples, std::size_t coun
     Triangulated t = Triangulate(corners, samples, candidates, options.progress);
     if (!t.close.empty()) {
         // Dropping vertices from a triangulation is not supported: the kept ones start over.
-        const std::vector<std::size_t> left =
-            WithoutNearDuplicates(corners, samples, candidates, std::move(t.close));
+        const std::vector<std::size_t> left = zq::detail::WithoutNearDuplicates(
+            corners, samples, candidates, std::move(t.close), kSameSiteDistance);
         result.duplicates = candidates.size() - left.size();
         candidates = left;
         t = Triangulate(corners, samples, candidates, options.progress);
