@@ -3,11 +3,11 @@
 
 #include "delaunay/edgelinks.h"
 #include "delaunay/edgestore.h"
+#include "delaunay/pointer_index.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <functional>
-#include <unordered_map>
 
 namespace {
 
@@ -128,10 +128,8 @@ SFVec3f* C2Subdivision::GetVertex(std::size_t i) const {
 }
 
 std::vector<std::array<std::size_t, 3>> C2Subdivision::GetTriangles(bool includeCorners) const {
-    std::unordered_map<const SFVec3f*, std::size_t> indexOf(m_vertices.size());
-    for (std::size_t i = 0; i < m_vertices.size(); ++i) {
-        indexOf.emplace(m_vertices[i], i);
-    }
+    using zq::detail::PointerIndex;
+    const PointerIndex<SFVec3f> indexOf(m_vertices);
     const std::less<const C2Edge*> before{};
     std::vector<std::array<std::size_t, 3>> triangles;
     for (std::size_t r = 0; r < GetEdgeCount(); ++r) {
@@ -139,16 +137,16 @@ std::vector<std::array<std::size_t, 3>> C2Subdivision::GetTriangles(bool include
         for (C2Edge* e : {&q[0], &q[2]}) {
             // A face is a triangle when three Lnext steps come back; it is reported once, from
             // its first edge in memory.
-            const std::array<C2Edge*, 3> side = {e, e->Lnext(), e->Lnext()->Lnext()};
-            if (side[2]->Lnext() != e || before(side[1], e) || before(side[2], e)) {
+            const std::array<C2Edge*, 3> side = {e, EdgeLinks::Lnext(e),
+                                                 EdgeLinks::Lnext(EdgeLinks::Lnext(e))};
+            if (EdgeLinks::Lnext(side[2]) != e || before(side[1], e) || before(side[2], e)) {
                 continue;
             }
             std::array<std::size_t, 3> t{};
             bool known = true;
             for (int k = 0; k < 3; ++k) {
-                const auto found = indexOf.find(side[k]->Org());
-                known = known && found != indexOf.end();
-                t[k] = known ? found->second : 0;
+                t[k] = indexOf.Find(EdgeLinks::Org(side[k]));
+                known = known && t[k] != PointerIndex<SFVec3f>::kMissing;
             }
             const bool hasCorner = t[0] < 3 || t[1] < 3 || t[2] < 3;
             if (known && !IsOuterFace(t) && (includeCorners || !hasCorner)) {
