@@ -30,20 +30,15 @@ public:
     Arena(const Arena&) = delete;
     Arena& operator=(const Arena&) = delete;
 
-    /// Makes room for count more objects in the current chunk, so that they lie side by side.
-    void Reserve(std::size_t count) {
-        if (m_capacity - m_used < count) {
-            AddChunk(count);
-        }
-    }
-
     /// Sets count slots aside, side by side, for objects that MakeInRun builds later; returns
     /// the first (null for none).
     Slot* TakeRun(std::size_t count) {
         if (count == 0) {
             return nullptr;
         }
-        Reserve(count);
+        if (m_capacity - m_used < count) {
+            AddChunk(count);
+        }
         Slot* run = &m_chunks.back()[m_used];
         m_used += count;
         return run;

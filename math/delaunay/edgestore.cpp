@@ -41,7 +41,8 @@ void EdgeStore::ReserveRun(std::size_t count) {
 void EdgeStore::MakeRun(std::size_t begin, std::size_t end) {
     for (std::size_t i = begin; i < end; ++i) {
         C2QuadEdge* q = Arena<C2QuadEdge>::MakeInRun(m_run, i);
-        q->m_place = kFromArena | static_cast<std::uint32_t>(m_runStart + i);
+        q->m_place = kFromArena;
+        SetPosition(q, m_runStart + i);
         m_list[m_runStart + i] = q;
     }
 }

@@ -77,10 +77,8 @@ void QuadEdgeAssembly::Number(const FlatTriangulation& flat) {
     }
     // Every entry is written once below: no zeroing pass first.
     m_codeOf.reset(new std::uint32_t[count]);
-    std::atomic<std::size_t> records{0};
     InTwoHalves(count, [&](std::size_t begin, std::size_t end) {
         std::uint32_t record = static_cast<std::uint32_t>(begin == 0 ? 0 : lower);
-        const std::uint32_t start = record;
         for (std::size_t h = begin; h < end; ++h) {
             if (!first(h)) {
                 continue;
@@ -93,9 +91,9 @@ void QuadEdgeAssembly::Number(const FlatTriangulation& flat) {
                 m_outer[flat.Origin(h)] = EdgeOf(code);
             }
         }
-        records += record - start;
     });
-    m_store->Truncate(records);
+    // Every edge has two half-edges but the enclosing triangle's three, which have one.
+    m_store->Truncate((count + 3) / 2);
 }
 
 C2Edge* QuadEdgeAssembly::EdgeOf(std::uint32_t code) const {
