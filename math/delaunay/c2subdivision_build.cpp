@@ -132,8 +132,10 @@ std::vector<Site> Gathered(const Corners& corners, const SFVec3f* samples,
     sites.assign({At(corners[0]), At(corners[1]), At(corners[2])});
     heights.reserve(order.size());
     // Gathered in one pass, the samples' reads overlap instead of each stalling an insertion.
+    // Candidates rise: when the last is at its own position, every one is.
+    const bool identity = candidates.empty() || candidates.back() + 1 == candidates.size();
     for (std::uint32_t k : order) {
-        const SFVec3f& p = samples[candidates[k]];
+        const SFVec3f& p = samples[identity ? k : candidates[k]];
         sites.push_back(At(p));
         heights.push_back(p.y);
     }
@@ -190,14 +192,14 @@ C2SubdivisionBuild C2Subdivision::Build(const SFVec3f* samples, std::size_t coun
     }
     C2SubdivisionBuild result{C2Subdivision(nullptr, corners[0], corners[1], corners[2]), 0, 0,
                               count - candidates.size()};
-    // The records are made on a second thread while the sites go in, and on this one too once
-    // they are: fresh memory costs a page fault per page at its first write, and those faults
-    // then overlap the insertions.
+    // The records are made, and the assembly's other memory mapped, on a second thread while
+    // the sites go in, and on this one too once they are: fresh memory costs a page fault per
+    // page, and those faults then overlap the insertions.
     zq::detail::QuadEdgeAssembly assembly(candidates.size());
     const std::launch policy = candidates.size() < kSmallestThreadedBuild
                                    ? std::launch::deferred
                                    : std::launch::async | std::launch::deferred;
-    auto made = std::async(policy, [&assembly] { assembly.MakeRecords(); });
+    auto made = std::async(policy, [&assembly] { assembly.Prepare(); });
     Triangulated t = Triangulate(corners, samples, candidates, options.progress);
     if (!t.close.empty()) {
         // Dropping vertices from a triangulation is not supported: the kept ones start over.
@@ -208,7 +210,7 @@ C2SubdivisionBuild C2Subdivision::Build(const SFVec3f* samples, std::size_t coun
         t = Triangulate(corners, samples, candidates, options.progress);
     }
     result.kept = candidates.size();
-    assembly.MakeRecords();
+    assembly.Prepare();
     made.get();
     assembly.Assemble(result.subdivision, t.flat, corners, t.heights, t.order);
     return result;

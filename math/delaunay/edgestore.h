@@ -30,8 +30,8 @@ public:
     /// Appends count places to the list for records side by side in one chunk of the arena:
     /// a run, whose records MakeRun then makes. Nothing else may use the store meanwhile.
     void ReserveRun(std::size_t count);
-    /// Makes records [begin, end) of the run, in their places. Calls for disjoint ranges may
-    /// run on different threads.
+    /// Makes records [begin, end) of the run, in their places, mapping their pages first.
+    /// Calls for disjoint ranges may run on different threads.
     void MakeRun(std::size_t begin, std::size_t end);
     /// Edge k of record i of the run, once made.
     C2Edge* RunEdge(std::size_t i, int k) {
@@ -51,7 +51,8 @@ public:
     C2QuadEdge* At(std::size_t i);
 
     /// Sets count places for points side by side aside: a point run, filled by MakePoint.
-    void ReservePointRun(std::size_t count) { m_pointRun = m_points.TakeRun(count); }
+    /// Returns where the run lies, count * sizeof(SFVec3f) bytes.
+    void* ReservePointRun(std::size_t count) { return m_pointRun = m_points.TakeRun(count); }
     /// A copy of p in place i of the point run. Calls for different places may run on
     /// different threads.
     SFVec3f* MakePoint(std::size_t i, const SFVec3f& p) {

@@ -2,6 +2,8 @@
 // arrays and exact predicates.
 #include "delaunay/flat_triangulation.h"
 
+#include "frame/prefault.h"
+
 #include <utility>
 
 namespace zq::detail {
@@ -12,6 +14,9 @@ FlatTriangulation::FlatTriangulation(std::vector<Site> sites, double shortEdge)
     const std::size_t halfEdges = 3 + 6 * (m_sites.size() - 3);
     m_origin.reserve(halfEdges);
     m_twin.reserve(halfEdges);
+    // Filled as the sites go in: mapped now in one call, the pages do not fault one by one.
+    Prefault(m_origin.data(), halfEdges * sizeof(Index));
+    Prefault(m_twin.data(), halfEdges * sizeof(Index));
     AddTriangle(0, 1, 2);
 }
 

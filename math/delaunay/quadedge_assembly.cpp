@@ -3,6 +3,7 @@
 
 #include "delaunay/edgelinks.h"
 #include "delaunay/two_halves.h"
+#include "frame/prefault.h"
 
 #include <algorithm>
 
@@ -12,22 +13,47 @@ namespace {
 
 /// Records a thread makes between two looks at the shared counter.
 constexpr std::size_t kRecordBlock = 4096;
+/// Bytes of other fresh memory a thread maps between two looks at it.
+constexpr std::size_t kFreshBlock = std::size_t(1) << 20;
+
+/// n sites make 3n + 3 edges, 6n + 3 half-edges: the enclosing triangle's three have no twin.
+constexpr std::size_t HalfEdgesOf(std::size_t sites) {
+    return 6 * sites + 3;
+}
 
 } // namespace
 
 QuadEdgeAssembly::QuadEdgeAssembly(std::size_t sites)
-    : m_store(std::make_shared<EdgeStore>()), m_records(3 * sites + 3) {
-    // n sites make 3n + 3 edges.
+    : m_store(std::make_shared<EdgeStore>()), m_records(3 * sites + 3),
+      m_codeOf(new std::uint32_t[HalfEdgesOf(sites)]) {
     m_store->ReserveRun(m_records);
+    AddFresh(m_store->ReservePointRun(3 + sites), (3 + sites) * sizeof(SFVec3f));
+    m_vertices.reserve(3 + sites);
+    AddFresh(m_vertices.data(), m_vertices.capacity() * sizeof(SFVec3f*));
+    AddFresh(m_codeOf.get(), HalfEdgesOf(sites) * sizeof(std::uint32_t));
 }
 
-void QuadEdgeAssembly::MakeRecords() {
+void QuadEdgeAssembly::AddFresh(void* begin, std::size_t bytes) {
+    auto* first = static_cast<unsigned char*>(begin);
+    for (std::size_t done = 0; done < bytes; done += kFreshBlock) {
+        m_fresh.emplace_back(first + done, std::min(kFreshBlock, bytes - done));
+    }
+}
+
+void QuadEdgeAssembly::Prepare() {
+    // Fresh memory costs a page fault per page at its first write: mapped here, on threads
+    // that would otherwise wait, its pages are ready when Assemble writes them.
+    const std::size_t recordBlocks = (m_records + kRecordBlock - 1) / kRecordBlock;
     for (;;) {
-        const std::size_t begin = m_nextRecord.fetch_add(kRecordBlock);
-        if (begin >= m_records) {
+        const std::size_t block = m_nextBlock.fetch_add(1);
+        if (block < recordBlocks) {
+            const std::size_t begin = block * kRecordBlock;
+            m_store->MakeRun(begin, std::min(begin + kRecordBlock, m_records));
+        } else if (block - recordBlocks < m_fresh.size()) {
+            Prefault(m_fresh[block - recordBlocks].first, m_fresh[block - recordBlocks].second);
+        } else {
             return;
         }
-        m_store->MakeRun(begin, std::min(begin + kRecordBlock, m_records));
     }
 }
 
@@ -49,18 +75,18 @@ void QuadEdgeAssembly::Vertices(C2Subdivision& s, const FlatTriangulation& flat,
                                 const std::vector<std::uint32_t>& order) {
     // The copies are laid out in the order of insertion, so that neighbours lie together, and
     // made from the flat sites and the heights, both read in that order.
-    m_store->ReservePointRun(3 + order.size());
-    s.m_vertices.assign(3 + order.size(), nullptr);
+    m_vertices.assign(3 + order.size(), nullptr);
     for (std::size_t v = 0; v < 3; ++v) {
-        s.m_vertices[v] = m_store->MakePoint(v, corners[v]);
+        m_vertices[v] = m_store->MakePoint(v, corners[v]);
     }
     InTwoHalves(order.size(), [&](std::size_t begin, std::size_t end) {
         for (std::size_t j = begin; j < end; ++j) {
             const Site& site = flat.Vertex(3 + j);
             SFVec3f* p = m_store->MakePoint(3 + j, SFVec3f(site.x, heights[j], site.y));
-            s.m_vertices[3 + order[j]] = p;
+            m_vertices[3 + order[j]] = p;
         }
     });
+    s.m_vertices = std::move(m_vertices);
 }
 
 void QuadEdgeAssembly::Number(const FlatTriangulation& flat) {
@@ -75,8 +101,6 @@ void QuadEdgeAssembly::Number(const FlatTriangulation& flat) {
     for (std::size_t h = 0; h < LowerHalfEnd(count); ++h) {
         lower += first(h) ? 1 : 0;
     }
-    // Every entry is written once below: no zeroing pass first.
-    m_codeOf.reset(new std::uint32_t[count]);
     InTwoHalves(count, [&](std::size_t begin, std::size_t end) {
         std::uint32_t record = static_cast<std::uint32_t>(begin == 0 ? 0 : lower);
         for (std::size_t h = begin; h < end; ++h) {

@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace zq::detail {
@@ -20,12 +21,14 @@ namespace zq::detail {
 /// other threads can make them meanwhile.
 class QuadEdgeAssembly {
 public:
-    /// Places for the records of a triangulation of up to sites sites, in a store of their own.
+    /// Places for the records and vertex copies of a triangulation of up to sites sites, in a
+    /// store of their own, and for the assembly's own tables.
     explicit QuadEdgeAssembly(std::size_t sites);
 
-    /// Makes records, a block at a time, until none is left to make. Several threads may call
-    /// it at once; every call must have returned before Assemble.
-    void MakeRecords();
+    /// Makes the records, then maps the pages of the vertex copies and tables, a block at a
+    /// time, until nothing is left. Several threads may call it at once; every call must have
+    /// returned before Assemble.
+    void Prepare();
 
     /// Gives s the store, filled. Vertex v < 3 of flat is corners[v]; vertex 3 + j, at height
     /// heights[j], is the k-th sample kept, k = order[j], and becomes s's vertex 3 + k, after
@@ -36,6 +39,8 @@ public:
                   const std::vector<std::uint32_t>& order);
 
 private:
+    /// Adds [begin, begin + bytes) to the memory that Prepare maps, in blocks.
+    void AddFresh(void* begin, std::size_t bytes);
     /// Fills s's vertex list with the vertices of flat, at their heights, laid out in the
     /// store's point run by flat index.
     void Vertices(C2Subdivision& s, const FlatTriangulation& flat,
@@ -57,8 +62,12 @@ private:
 
     std::shared_ptr<EdgeStore> m_store;
     std::size_t m_records;
-    /// The first record that no thread has taken yet.
-    std::atomic<std::size_t> m_nextRecord{0};
+    /// The first block of Prepare's work, records then fresh memory, that no thread has taken.
+    std::atomic<std::size_t> m_nextBlock{0};
+    /// The blocks of fresh memory that Prepare maps after the records.
+    std::vector<std::pair<void*, std::size_t>> m_fresh;
+    /// The subdivision's vertex list, until Assemble hands it over.
+    std::vector<SFVec3f*> m_vertices;
     /// The code of each half-edge's directed edge.
     std::unique_ptr<std::uint32_t[]> m_codeOf;
     /// The edges of the enclosing triangle, by origin: corner 0 to 1, 1 to 2, 2 to 0.

@@ -1,10 +1,17 @@
 // The platform substitutes and the load hooks that run the library's entry routine.
 #include "zqplatform.h"
 
+#include "frame/prefault.h"
 #include "frame_internal.h"
+
+#include <cstdint>
 
 #if !defined(_WIN32)
 #include <ctime>
+#endif
+#if defined(__linux__)
+#include <sys/mman.h>
+#include <unistd.h>
 #endif
 
 namespace {
@@ -17,6 +24,22 @@ namespace zq::detail {
 
 void FailExtensionModuleInit(bool fail) {
     g_failExtensionInit = fail;
+}
+
+void Prefault(void* begin, std::size_t bytes) {
+#if defined(__linux__) && defined(MADV_POPULATE_WRITE)
+    // The pages that hold the range are ours as a whole: widening it to them is safe. Kernels
+    // before 5.14 refuse the advice; their pages then fault at the first write, as elsewhere.
+    static const std::uintptr_t page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
+    const auto first = reinterpret_cast<std::uintptr_t>(begin) & ~(page - 1);
+    const auto end = reinterpret_cast<std::uintptr_t>(begin) + bytes;
+    if (bytes > 0) {
+        madvise(reinterpret_cast<void*>(first), end - first, MADV_POPULATE_WRITE);
+    }
+#else
+    static_cast<void>(begin);
+    static_cast<void>(bytes);
+#endif
 }
 
 } // namespace zq::detail
