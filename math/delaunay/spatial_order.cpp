@@ -53,15 +53,49 @@ constexpr std::array<std::uint8_t, 16> HilbertSteps() {
 
 constexpr std::array<std::uint8_t, 16> kHilbertSteps = HilbertSteps();
 
-/// The distance along the Hilbert curve of the cell (x, y), both below 2^levels.
+/// Levels that one look-up of kHilbertRuns descends.
+constexpr int kRunLevels = 4;
+
+/// kRunLevels steps down the curve at once, for each frame and each pair of kRunLevels-bit
+/// pieces of x (high four bits of the entry's index) and y (low four): the places along the
+/// curve (high bits) and the frame below (low two).
+constexpr std::array<std::uint16_t, 4 * 256> HilbertRuns() {
+    std::array<std::uint16_t, 4 * 256> runs{};
+    for (unsigned frame = 0; frame < 4; ++frame) {
+        for (unsigned xy = 0; xy < 256; ++xy) {
+            unsigned f = frame, d = 0;
+            for (int level = kRunLevels - 1; level >= 0; --level) {
+                const unsigned quadrant = ((xy >> (4 + level)) & 1) << 1 | ((xy >> level) & 1);
+                const unsigned step = kHilbertSteps[f * 4 + quadrant];
+                d = d << 2 | step >> 2;
+                f = step & 3;
+            }
+            runs[frame * 256 + xy] = static_cast<std::uint16_t>(d << 2 | f);
+        }
+    }
+    return runs;
+}
+
+constexpr std::array<std::uint16_t, 4 * 256> kHilbertRuns = HilbertRuns();
+
+/// The distance along the Hilbert curve of the cell (x, y), both below 2^levels: the top
+/// levels one at a time, the rest kRunLevels at a time.
 std::uint64_t HilbertIndex(std::uint32_t x, std::uint32_t y, int levels) {
     std::uint64_t d = 0;
     unsigned frame = 0;
-    for (int level = levels - 1; level >= 0; --level) {
+    int level = levels - 1;
+    for (; level >= 0 && (level + 1) % kRunLevels != 0; --level) {
         const unsigned quadrant = ((x >> level) & 1) << 1 | ((y >> level) & 1);
         const unsigned step = kHilbertSteps[frame * 4 + quadrant];
         d = d << 2 | step >> 2;
         frame = step & 3;
+    }
+    for (; level >= 0; level -= kRunLevels) {
+        const int low = level + 1 - kRunLevels;
+        const unsigned xy = ((x >> low) & 15) << 4 | ((y >> low) & 15);
+        const unsigned run = kHilbertRuns[frame * 256 + xy];
+        d = d << (2 * kRunLevels) | run >> 2;
+        frame = run & 3;
     }
     return d;
 }
