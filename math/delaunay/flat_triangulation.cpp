@@ -95,7 +95,9 @@ FlatTriangulation::Index FlatTriangulation::AddTriangle(Index a, Index b, Index 
     m_origin.push_back(a);
     m_origin.push_back(b);
     m_origin.push_back(c);
-    m_twin.resize(h + 3, kNone);
+    m_twin.push_back(kNone);
+    m_twin.push_back(kNone);
+    m_twin.push_back(kNone);
     return h;
 }
 
