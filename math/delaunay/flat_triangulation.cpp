@@ -10,8 +10,7 @@ namespace zq::detail {
 
 FlatTriangulation::FlatTriangulation(std::vector<Site> sites, double shortEdge)
     : m_sites(std::move(sites)), m_shortEdgeSquared(shortEdge * shortEdge) {
-    // Each site adds two triangles.
-    const std::size_t halfEdges = 3 + 6 * (m_sites.size() - 3);
+    const std::size_t halfEdges = HalfEdgesFor(m_sites.size() - 3);
     m_origin.reserve(halfEdges);
     m_twin.reserve(halfEdges);
     // Filled as the sites go in: mapped now in one call, the pages do not fault one by one.

@@ -36,6 +36,10 @@ public:
     const Site& Vertex(std::size_t v) const { return m_sites[v]; }
     /// The number of half-edges: three a triangle.
     std::size_t HalfEdgeCount() const { return m_origin.size(); }
+    /// The half-edges once n sites are in: each site adds two triangles to the enclosing one.
+    static constexpr std::size_t HalfEdgesFor(std::size_t n) { return 3 + 6 * n; }
+    /// The edges of halfEdges half-edges: two each, but the enclosing triangle's three have one.
+    static constexpr std::size_t EdgesOf(std::size_t halfEdges) { return (halfEdges + 3) / 2; }
     /// The origin vertex of half-edge h.
     std::uint32_t Origin(std::size_t h) const { return m_origin[h]; }
     /// The twin of h, or kNone.

@@ -16,21 +16,17 @@ constexpr std::size_t kRecordBlock = 4096;
 /// Bytes of other fresh memory a thread maps between two looks at it.
 constexpr std::size_t kFreshBlock = std::size_t(1) << 20;
 
-/// n sites make 3n + 3 edges, 6n + 3 half-edges: the enclosing triangle's three have no twin.
-constexpr std::size_t HalfEdgesOf(std::size_t sites) {
-    return 6 * sites + 3;
-}
-
 } // namespace
 
 QuadEdgeAssembly::QuadEdgeAssembly(std::size_t sites)
-    : m_store(std::make_shared<EdgeStore>()), m_records(3 * sites + 3),
-      m_codeOf(new std::uint32_t[HalfEdgesOf(sites)]) {
+    : m_store(std::make_shared<EdgeStore>()),
+      m_records(FlatTriangulation::EdgesOf(FlatTriangulation::HalfEdgesFor(sites))),
+      m_codeOf(new std::uint32_t[FlatTriangulation::HalfEdgesFor(sites)]) {
     m_store->ReserveRun(m_records);
     AddFresh(m_store->ReservePointRun(3 + sites), (3 + sites) * sizeof(SFVec3f));
     m_vertices.reserve(3 + sites);
     AddFresh(m_vertices.data(), m_vertices.capacity() * sizeof(SFVec3f*));
-    AddFresh(m_codeOf.get(), HalfEdgesOf(sites) * sizeof(std::uint32_t));
+    AddFresh(m_codeOf.get(), FlatTriangulation::HalfEdgesFor(sites) * sizeof(std::uint32_t));
 }
 
 void QuadEdgeAssembly::AddFresh(void* begin, std::size_t bytes) {
@@ -116,8 +112,7 @@ void QuadEdgeAssembly::Number(const FlatTriangulation& flat) {
             }
         }
     });
-    // Every edge has two half-edges but the enclosing triangle's three, which have one.
-    m_store->Truncate((count + 3) / 2);
+    m_store->Truncate(FlatTriangulation::EdgesOf(count));
 }
 
 C2Edge* QuadEdgeAssembly::EdgeOf(std::uint32_t code) const {

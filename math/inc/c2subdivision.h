@@ -40,9 +40,10 @@ public:
     /// 1e-5 in x-z of a corner or of a kept sample earlier in the caller's order is dropped and
     /// counted. Vertices are the corners, then the kept samples in the caller's order. Only the
     /// enclosing triangle's three edges are marked boundary. A build of 4096 samples or more
-    /// also runs on one helper thread, which makes and links the records beside the
-    /// insertions. About 660 bytes a sample stay with the subdivision, and about 110 more are
-    /// needed while it is built. At most 2^28 usable samples (std::length_error beyond).
+    /// also runs on one helper thread, which makes the records and maps the result's memory
+    /// beside the insertions, then shares the linking. About 660 bytes a sample stay with the
+    /// subdivision, and about 110 more are needed while it is built. At most 2^28 usable samples
+    /// (std::length_error beyond).
     static C2SubdivisionBuild Build(const SFVec3f* samples, std::size_t count,
                                     const C2SubdivisionOptions& options);
     /// Build over a whole vector.
