@@ -3,6 +3,7 @@
 #define ZQMATH_PREFAULT_H
 
 #include <cstddef>
+#include <future>
 
 namespace zq::detail {
 
@@ -10,6 +11,12 @@ namespace zq::detail {
 /// one call, so that the first writes do not fault page by page; elsewhere it does nothing.
 /// The contents stay as they are.
 void Prefault(void* begin, std::size_t bytes);
+
+/// Prefault on another thread, for memory that this one is about to write from its start:
+/// the mapping keeps ahead of the writes. Wait for the result before the memory is freed. The
+/// result is empty where Prefault does nothing (no thread is started) and where no thread
+/// can be started (Prefault then runs here).
+std::future<void> PrefaultInBackground(void* begin, std::size_t bytes);
 
 } // namespace zq::detail
 

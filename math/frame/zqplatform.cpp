@@ -5,6 +5,8 @@
 #include "frame_internal.h"
 
 #include <cstdint>
+#include <future>
+#include <system_error>
 
 #if !defined(_WIN32)
 #include <ctime>
@@ -40,6 +42,20 @@ void Prefault(void* begin, std::size_t bytes) {
     static_cast<void>(begin);
     static_cast<void>(bytes);
 #endif
+}
+
+std::future<void> PrefaultInBackground(void* begin, std::size_t bytes) {
+#if defined(__linux__) && defined(MADV_POPULATE_WRITE)
+    try {
+        return std::async(std::launch::async, Prefault, begin, bytes);
+    } catch (const std::system_error&) {
+        Prefault(begin, bytes);
+    }
+#else
+    static_cast<void>(begin);
+    static_cast<void>(bytes);
+#endif
+    return {};
 }
 
 } // namespace zq::detail
