@@ -15,10 +15,19 @@
 #include <sys/mman.h>
 #include <unistd.h>
 #endif
+// Pages can be mapped ahead of their first write only where the kernel headers offer it.
+#if defined(__linux__) && defined(MADV_POPULATE_WRITE)
+#define ZQMATH_PREFAULT_MAPS 1
+#else
+#define ZQMATH_PREFAULT_MAPS 0
+#endif
 
 namespace {
 
 bool g_failExtensionInit = false;
+
+/// Whether Prefault maps anything here: elsewhere it does nothing, and nothing is worth a thread.
+constexpr bool kPrefaultMaps = ZQMATH_PREFAULT_MAPS != 0;
 
 } // namespace
 
@@ -29,7 +38,7 @@ void FailExtensionModuleInit(bool fail) {
 }
 
 void Prefault(void* begin, std::size_t bytes) {
-#if defined(__linux__) && defined(MADV_POPULATE_WRITE)
+#if ZQMATH_PREFAULT_MAPS
     // The pages that hold the range are ours as a whole: widening it to them is safe. Kernels
     // before 5.14 refuse the advice; their pages then fault at the first write, as elsewhere.
     static const std::uintptr_t page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
@@ -45,17 +54,15 @@ void Prefault(void* begin, std::size_t bytes) {
 }
 
 std::future<void> PrefaultInBackground(void* begin, std::size_t bytes) {
-#if defined(__linux__) && defined(MADV_POPULATE_WRITE)
+    if (!kPrefaultMaps) {
+        return {};
+    }
     try {
         return std::async(std::launch::async, Prefault, begin, bytes);
     } catch (const std::system_error&) {
         Prefault(begin, bytes);
+        return {};
     }
-#else
-    static_cast<void>(begin);
-    static_cast<void>(bytes);
-#endif
-    return {};
 }
 
 } // namespace zq::detail
