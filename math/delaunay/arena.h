@@ -90,9 +90,11 @@ private:
 
     using Range = std::pair<const Slot*, std::size_t>;
 
-    /// Makes a chunk of capacity slots the current one.
+    /// Makes a chunk of capacity slots the current one; a chunk of a whole subdivision's
+    /// records can be large enough for large pages.
     void AddChunk(std::size_t capacity) {
         m_chunks.emplace_back(new Slot[capacity]);
+        AdviseLargePages(m_chunks.back().get(), capacity * sizeof(Slot));
         const Range range(m_chunks.back().get(), capacity);
         const std::less<const Slot*> before{};
         m_ranges.insert(std::upper_bound(m_ranges.begin(), m_ranges.end(), range,

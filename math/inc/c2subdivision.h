@@ -46,8 +46,9 @@ public:
     /// enclosing triangle's three edges are marked boundary. A build of 4096 samples or more
     /// also runs on one helper thread, which makes the records and maps the result's memory
     /// beside the insertions, then shares the linking. About 660 bytes a sample stay with the
-    /// subdivision, and about 110 more are needed while it is built. At most 2^28 usable samples
-    /// (std::length_error beyond).
+    /// subdivision, and about 110 more are needed while it is built. On Linux, the records of a
+    /// build of about 1.8 million samples or more (a gigabyte or more) are asked for in 2 MB
+    /// pages. At most 2^28 usable samples (std::length_error beyond).
     static C2SubdivisionBuild Build(const SFVec3f* samples, std::size_t count,
                                     const C2SubdivisionOptions& options);
     /// Build over a whole vector.
