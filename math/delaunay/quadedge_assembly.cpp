@@ -115,8 +115,8 @@ void QuadEdgeAssembly::Number(const FlatTriangulation& flat) {
     m_store->Truncate(FlatTriangulation::EdgesOf(count));
 }
 
-C2Edge* QuadEdgeAssembly::EdgeOf(std::uint32_t code) const {
-    return m_store->RunEdge(code >> 1, 2 * static_cast<int>(code & 1));
+C2Edge* QuadEdgeAssembly::EdgeOf(std::uint32_t code, int k) const {
+    return m_store->RunEdge(code >> 1, (2 * static_cast<int>(code & 1) + k) & 3);
 }
 
 void QuadEdgeAssembly::Fill(const FlatTriangulation& flat, std::size_t begin,
@@ -124,12 +124,13 @@ void QuadEdgeAssembly::Fill(const FlatTriangulation& flat, std::size_t begin,
     // Half-edge h writes only its own directed edge and, on the enclosing triangle, that
     // edge's reverse: ranges of half-edges write disjoint fields.
     for (std::size_t h = begin; h < end; ++h) {
-        C2Edge* e = EdgeOf(m_codeOf[h]);
+        const std::uint32_t code = m_codeOf[h];
+        C2Edge* e = EdgeOf(code);
         EdgeLinks::SetOrg(e, m_store->RunPoint(flat.Origin(h)));
         LinkAroundTriangle(h);
         if (flat.Twin(h) == FlatTriangulation::kNone) {
             e->SetBoundaryEdge(true);
-            EdgeLinks::SetOrg(EdgeLinks::Sym(e),
+            EdgeLinks::SetOrg(EdgeOf(code, 2),
                               m_store->RunPoint(flat.Origin(FlatTriangulation::Next(h))));
             LinkAroundOuterFace(flat.Origin(h));
         }
@@ -140,10 +141,9 @@ void QuadEdgeAssembly::LinkAroundTriangle(std::size_t h) const {
     // Around the origin, the edge after a to b is a to c, c the triangle's third corner: the
     // reverse of the previous half-edge. Around the left face, the next edge is the next
     // half-edge; the dual ring of InvRot(e) follows it, since Lnext is InvRot, Onext, Rot.
-    C2Edge* e = EdgeOf(m_codeOf[h]);
-    EdgeLinks::SetNext(e, EdgeLinks::Sym(EdgeOf(m_codeOf[FlatTriangulation::Prev(h)])));
-    EdgeLinks::SetNext(EdgeLinks::InvRot(e),
-                       EdgeLinks::InvRot(EdgeOf(m_codeOf[FlatTriangulation::Next(h)])));
+    const std::uint32_t code = m_codeOf[h];
+    EdgeLinks::SetNext(EdgeOf(code), EdgeOf(m_codeOf[FlatTriangulation::Prev(h)], 2));
+    EdgeLinks::SetNext(EdgeOf(code, 3), EdgeOf(m_codeOf[FlatTriangulation::Next(h)], 3));
 }
 
 void QuadEdgeAssembly::LinkAroundOuterFace(std::size_t c) const {

@@ -49,8 +49,9 @@ private:
     /// Gives each half-edge the code of its directed edge: twice its record's number, plus one
     /// for edge 2; the records left over are destroyed.
     void Number(const FlatTriangulation& flat);
-    /// The directed edge of a code.
-    C2Edge* EdgeOf(std::uint32_t code) const;
+    /// The edge k places after the directed edge of a code in its record, found from the code
+    /// alone: reading the record to find it would stall on a cache miss.
+    C2Edge* EdgeOf(std::uint32_t code, int k = 0) const;
     /// Sets the origin and the links of the directed edges of the half-edges [begin, end),
     /// and of the reverses of the enclosing triangle's edges among them.
     void Fill(const FlatTriangulation& flat, std::size_t begin, std::size_t end) const;
