@@ -43,7 +43,7 @@ void FailExtensionModuleInit(bool fail) {
     g_failExtensionInit = fail;
 }
 
-void Prefault(void* begin, std::size_t bytes) {
+void Prefault([[maybe_unused]] void* begin, [[maybe_unused]] std::size_t bytes) {
 #if ZQMATH_PREFAULT_MAPS
     // The pages that hold the range are ours as a whole: widening it to them is safe. Kernels
     // before 5.14 refuse the advice; their pages then fault at the first write, as elsewhere.
@@ -53,9 +53,6 @@ void Prefault(void* begin, std::size_t bytes) {
     if (bytes > 0) {
         madvise(reinterpret_cast<void*>(first), end - first, MADV_POPULATE_WRITE);
     }
-#else
-    static_cast<void>(begin);
-    static_cast<void>(bytes);
 #endif
 }
 
