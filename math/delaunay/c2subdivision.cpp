@@ -65,7 +65,7 @@ C2Subdivision::C2Subdivision(std::vector<SFVec3f>* points, const SFVec3f& a, con
     // A site adds one vertex and at most four places to the edge list: an on-edge site makes
     // four records and leaves the hole of the one it removes.
     m_vertices.reserve(m_vertices.size() + points->size());
-    m_store->Reserve(m_store->Count() + 4 * points->size());
+    m_store->Reserve(4 * points->size());
     for (const SFVec3f& p : *points) {
         short unused = 0;
         InsertSite(p, unused);

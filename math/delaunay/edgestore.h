@@ -23,8 +23,9 @@ public:
     /// Destroys every record of the list; the arenas free the rest.
     ~EdgeStore();
 
-    /// Makes room in the list for count records, so that it grows without moving.
-    void Reserve(std::size_t count) { m_list.reserve(count); }
+    /// Makes room for more places beyond those the list has, holes included, so that it grows
+    /// without moving.
+    void Reserve(std::size_t more) { m_list.reserve(m_list.size() + more); }
     /// A new record from the arena, appended to the list.
     C2QuadEdge* NewRecord();
     /// Edge 0 of a new record from the arena, appended to the list.
