@@ -7,6 +7,13 @@
 
 #include <climits>
 #include <cstring>
+#include <utility>
+
+#if defined(_WIN32)
+#include <windows.h>
+#else
+#include <dlfcn.h>
+#endif
 
 using namespace zq::detail;
 
@@ -86,6 +93,34 @@ TEST(BinaryPower, HighestSetBitAndNonPositiveInputs) {
         }
         ASSERT_EQ(BinaryPower(n, &remainder, &exponent), 1 << highest);
         ASSERT_TRUE(exponent == highest && remainder == n - (1 << highest)) << n;
+    }
+}
+
+namespace {
+
+/// The exported function of that plain name in the module that holds sample, or null.
+void* ExportedByName(void* sample, const char* name) {
+#if defined(_WIN32)
+    HMODULE module = nullptr;
+    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                           GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       static_cast<LPCSTR>(sample), &module);
+    return reinterpret_cast<void*>(GetProcAddress(module, name));
+#else
+    static_cast<void>(sample);
+    return dlsym(RTLD_DEFAULT, name);
+#endif
+}
+
+} // namespace
+
+TEST(MathDLL, HelpersAreExportedUnderPlainNames) {
+    const std::pair<void*, const char*> helpers[] = {
+        {reinterpret_cast<void*>(&BinaryPower), "BinaryPower"},
+        {reinterpret_cast<void*>(&MarkClockTime), "MarkClockTime"},
+        {reinterpret_cast<void*>(&GetMarkedTime), "GetMarkedTime"}};
+    for (const auto& helper : helpers) {
+        EXPECT_EQ(ExportedByName(helper.first, helper.second), helper.first) << helper.second;
     }
 }
 

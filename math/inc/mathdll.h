@@ -16,7 +16,7 @@ public:
     CBaseDLL& operator=(const CBaseDLL& other);
     virtual ~CBaseDLL();
 
-protected:
+private:
     HINSTANCE m_hInstance;
 };
 
@@ -49,6 +49,8 @@ private:
 ZQMATH_API void BindMathServices(HINSTANCE instance);
 /// Destroys the library object if there is one; the argument is ignored.
 ZQMATH_API void UnbindMathServices(long unused);
+// These three are exported under their plain, unmangled names: hosts look them up by name.
+extern "C" {
 /// The greatest power of two not above n, with n minus it in *remainder and its exponent in
 /// *exponent; n <= 0 gives 0, remainder n, exponent -1.
 ZQMATH_API int BinaryPower(int n, int* remainder, int* exponent);
@@ -56,5 +58,6 @@ ZQMATH_API int BinaryPower(int n, int* remainder, int* exponent);
 ZQMATH_API DWORD MarkClockTime();
 /// The value last stored by MarkClockTime (0 before the first call).
 ZQMATH_API DWORD GetMarkedTime();
+}
 
 #endif
