@@ -88,6 +88,9 @@ TEST(CQuatKernel, DegenerateInputs) {
     ExpectQuat(r, 0, 0, 0, 0);
     r.Normalize(CQuat(0, 0, 0, 1.000001)); // near unit: only rounded
     ExpectQuat(r, 0, 0, 0, Single(1.000001));
+    // A norm of exactly 1e-10f lies above the tiny bound, which is the float just below it.
+    r.Normalize(CQuat(2.7e-9, 0, 0, 9.99999975e-06));
+    EXPECT_GT(r.w, 0.99);
     r.Inverse(CQuat(0, 0, 0, 2));
     ExpectQuat(r, 0, 0, 0, 0.5);
     r.Inverse(CQuat(0, 0, 0, 0));
@@ -168,6 +171,9 @@ TEST(SFRotationConventions, RuleMatrixAndQuaternionAgree) {
     z.RotateZ(0.6);
     EXPECT_TRUE(r.Transform() == z); // the axis is normalised
     EXPECT_TRUE(static_cast<SFMatrix>(r) == z);
+    // A NaN axis length scales the axis like any other length: no rotation element survives.
+    const SFMatrix unknown = SFRotation(std::nan(""), 0, 0, 0.5).Transform();
+    EXPECT_TRUE(std::isnan(unknown[5]) && std::isnan(unknown[10]));
     // The quaternion's matrix agrees with the rule; SFMatrix(CQuat*) is its transpose.
     CQuat q(SFVec3f(0.3, -0.4, 0.5), 1.1);
     const SFMatrix rule = SFRotation(SFVec3f(0.3, -0.4, 0.5), 1.1).Transform();

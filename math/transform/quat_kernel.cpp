@@ -9,8 +9,8 @@ namespace {
 
 /// The kernel's tolerance.
 constexpr float kEpsilon = 1e-5f;
-/// The kernel's tiny bound, 9.9999994e-11 in single precision.
-constexpr float kTiny = 1e-10f;
+/// The kernel's tiny bound: the float just below 1e-10f, the value callers have always seen.
+constexpr float kTiny = 9.9999994e-11f;
 
 // The trigonometry is taken in double and rounded, so that every platform gets the correctly
 // rounded single-precision value.

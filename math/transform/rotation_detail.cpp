@@ -25,8 +25,11 @@ void AxisRotation(const SFVec3f& axis, double c, double s, double* e) {
 
 SFMatrix RuleRotation(const SFVec3f& axis, double angle) {
     // The angle's sign is flipped before cos and sin: with row vectors this turns y toward z.
+    // Unlike SFVec3f::Normalize, a NaN length is applied too: the whole rotation becomes NaN.
+    const double length = axis.Length();
+    const SFVec3f unit = length == 0.0 || length == 1.0 ? axis : axis * (1.0 / length);
     double e[9];
-    AxisRotation(axis.Normalize(), std::cos(-angle), std::sin(-angle), e);
+    AxisRotation(unit, std::cos(-angle), std::sin(-angle), e);
     return SFMatrix(e[0], e[1], e[2], 0.0, e[3], e[4], e[5], 0.0, e[6], e[7], e[8], 0.0, 0.0, 0.0,
                     0.0, 1.0);
 }
