@@ -64,6 +64,10 @@ TEST(QuadEdgeLinks, SpliceIsItsOwnInverse) {
     EXPECT_EQ(p[1].Onext(), &p[3]);
     EXPECT_EQ(p == p, true);
     EXPECT_EQ(p == q, false);
+    // A primal edge spliced with its own dual: beta is e0 itself, and every new link must
+    // come from the old ones (e1 takes e0's old link).
+    C2Edge::Splice(&p[0], &p[1]);
+    EXPECT_TRUE(p[0].Onext() == &p[3] && p[1].Onext() == &p[0] && p[3].Onext() == &p[1]);
 }
 
 TEST(QuadEdgeErrors, BadIndexAndCopiesThrow) {

@@ -43,15 +43,18 @@ struct EdgeLinks {
     static SFVec2f Org2d(const C2Edge* e) { return SFVec2f(e->m_data->x, e->m_data->z); }
     /// (x, z) of e's destination.
     static SFVec2f Dest2d(const C2Edge* e) { return Org2d(Sym(e)); }
-    /// Exchanges the Onext rings of a and b, and those of their duals.
+    /// Exchanges the Onext rings of a and b, and those of their duals. All four links are read
+    /// before any is written: when a primal edge meets a dual one, alpha or beta may be a or b.
     static void Splice(C2Edge* a, C2Edge* b) {
         C2Edge* alpha = Rot(a->m_next);
         C2Edge* beta = Rot(b->m_next);
-        C2Edge* aNext = a->m_next;
-        C2Edge* alphaNext = alpha->m_next;
-        a->m_next = b->m_next;
+        C2Edge* const aNext = a->m_next;
+        C2Edge* const bNext = b->m_next;
+        C2Edge* const alphaNext = alpha->m_next;
+        C2Edge* const betaNext = beta->m_next;
+        a->m_next = bNext;
         b->m_next = aNext;
-        alpha->m_next = beta->m_next;
+        alpha->m_next = betaNext;
         beta->m_next = alphaNext;
     }
     /// Makes the fresh edge e join a's destination to b's origin, with the left face of both;
