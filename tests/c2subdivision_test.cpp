@@ -226,6 +226,26 @@ TEST(SubdivisionEdgeList, AddAndDeleteKeepOrderAndOwnership) {
     EXPECT_NE(fresh->Qedge(), borrowed);
     EXPECT_EQ((*borrowed)[0].Org(), org);
     EXPECT_EQ(other.GetEdge(0), borrowed);
+    // Last appended to a third list, the record is still found in this one, from the front.
+    C2Subdivision another = Build({});
+    s.AddEdge(borrowed);
+    another.AddEdge(borrowed);
+    const short n = s.NumEdges();
+    s.DeleteEdge(borrowed);
+    EXPECT_EQ(s.NumEdges(), n - 1);
+    // A null entry counts like any other; a record listed twice leaves from its first place
+    // (and is freed once, at the end).
+    C2QuadEdge* twice = new C2QuadEdge();
+    C2QuadEdge* between = new C2QuadEdge();
+    EXPECT_EQ(s.AddEdge(nullptr), n);
+    s.AddEdge(twice);
+    s.AddEdge(between);
+    s.AddEdge(twice);
+    EXPECT_EQ(s.GetEdge(n - 1), nullptr);
+    s.DeleteEdge(twice);
+    EXPECT_TRUE(s.GetEdge(n) == between && s.GetEdge(n + 1) == twice);
+    s.DeleteEdge(nullptr);
+    EXPECT_TRUE(s.GetEdge(n - 1) == between && s.NumEdges() == n + 1);
 }
 
 TEST(SubdivisionLifetime, DestructorForgetsTheRememberedSubdivision) {

@@ -96,8 +96,7 @@ C2Subdivision& C2Subdivision::operator=(const C2Subdivision& s) {
 }
 
 int C2Subdivision::AddEdge(C2QuadEdge* q) {
-    // A null entry could not be told from a removed one: it is not appended.
-    return static_cast<int>(q != nullptr ? m_store->Append(q) : m_store->Count());
+    return static_cast<int>(m_store->Append(q));
 }
 
 short C2Subdivision::NumEdges() const {
@@ -110,9 +109,7 @@ C2QuadEdge* C2Subdivision::GetEdge(short i) const {
 }
 
 void C2Subdivision::DeleteEdge(C2QuadEdge* q) {
-    if (q != nullptr) {
-        m_store->Remove(q);
-    }
+    m_store->Remove(q);
 }
 
 std::size_t C2Subdivision::GetEdgeCount() const {
@@ -137,8 +134,11 @@ std::vector<std::array<std::size_t, 3>> C2Subdivision::GetTriangles(bool include
     const std::less<const C2Edge*> before{};
     std::vector<std::array<std::size_t, 3>> triangles;
     for (std::size_t r = 0; r < GetEdgeCount(); ++r) {
-        C2QuadEdge& q = *GetEdgeAt(r);
-        for (C2Edge* e : {&q[0], &q[2]}) {
+        C2QuadEdge* q = GetEdgeAt(r);
+        if (q == nullptr) {
+            continue; // a caller's null entry
+        }
+        for (C2Edge* e : {&(*q)[0], &(*q)[2]}) {
             // A face is a triangle when three Lnext steps come back; it is reported once, from
             // its first edge in memory.
             const std::array<C2Edge*, 3> side = {e, EdgeLinks::Lnext(e),

@@ -3,7 +3,9 @@
 
 #include "frame/prefault.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <stdexcept>
 
 namespace zq::detail {
@@ -15,6 +17,19 @@ constexpr std::uint32_t kFromArena = 0x80000000u;
 /// The rest: its position in the edge list.
 constexpr std::uint32_t kPositionMask = 0x7FFFFFFFu;
 
+/// Room that no record occupies: its address marks a removed record's place, since callers may
+/// append null entries of their own.
+alignas(C2QuadEdge) unsigned char g_hole[sizeof(C2QuadEdge)];
+
+C2QuadEdge* Hole() {
+    return reinterpret_cast<C2QuadEdge*>(g_hole);
+}
+
+/// True for an entry that holds a record: neither a hole nor a caller's null.
+bool IsRecord(const C2QuadEdge* q) {
+    return q != nullptr && q != Hole();
+}
+
 } // namespace
 
 EdgeStore::~EdgeStore() {
@@ -23,8 +38,9 @@ EdgeStore::~EdgeStore() {
     if (m_foreign == 0) {
         return;
     }
+    KeepEachRecordOnce();
     for (C2QuadEdge* q : m_list) {
-        if (q != nullptr && !MadeByArena(q)) {
+        if (IsRecord(q) && !MadeByArena(q)) {
             delete q;
         }
     }
@@ -77,26 +93,35 @@ std::size_t EdgeStore::Append(C2QuadEdge* q) {
     if (m_list.size() > kPositionMask) {
         throw std::length_error("C2Subdivision: too many edge records");
     }
-    m_foreign += MadeByArena(q) ? 0 : 1;
-    SetPosition(q, m_list.size());
+    if (q != nullptr) {
+        m_repeats = m_repeats || Lists(q);
+        m_foreign += MadeByArena(q) ? 0 : 1;
+        SetPosition(q, m_list.size());
+    }
     m_list.push_back(q);
     return Count();
 }
 
 bool EdgeStore::Remove(C2QuadEdge* q) {
-    const std::size_t i = q->m_place & kPositionMask;
-    if (i >= m_list.size() || m_list[i] != q) {
+    // A record is found at its own position, unless it may also sit earlier in the list or
+    // was last appended to another list: then the list is searched from the front.
+    const std::size_t i = Lists(q) && !m_repeats ? Position(q) : FirstPlaceOf(q);
+    if (i == m_list.size()) {
         return false;
     }
-    m_list[i] = nullptr;
+    m_list[i] = Hole();
     ++m_holes;
-    Destroy(q);
+    // Listed again further on, the record is freed with that entry, not twice.
+    if (!m_repeats || std::find(m_list.begin() + i + 1, m_list.end(), q) == m_list.end()) {
+        Destroy(q);
+    }
     return true;
 }
 
 void EdgeStore::DestroyAll() {
+    KeepEachRecordOnce();
     for (C2QuadEdge* q : m_list) {
-        if (q != nullptr) {
+        if (IsRecord(q)) {
             Destroy(q);
         }
     }
@@ -127,8 +152,10 @@ void EdgeStore::Compact() {
     }
     std::size_t kept = 0;
     for (C2QuadEdge* q : m_list) {
-        if (q != nullptr) {
-            SetPosition(q, kept);
+        if (q != Hole()) {
+            if (q != nullptr) {
+                SetPosition(q, kept);
+            }
             m_list[kept++] = q;
         }
     }
@@ -136,7 +163,32 @@ void EdgeStore::Compact() {
     m_holes = 0;
 }
 
+void EdgeStore::KeepEachRecordOnce() {
+    if (!m_repeats) {
+        return;
+    }
+    const std::less<const C2QuadEdge*> before{};
+    std::sort(m_list.begin(), m_list.end(), before);
+    m_list.erase(std::unique(m_list.begin(), m_list.end()), m_list.end());
+    m_repeats = false;
+}
+
+std::size_t EdgeStore::FirstPlaceOf(const C2QuadEdge* q) const {
+    return static_cast<std::size_t>(std::find(m_list.begin(), m_list.end(), q) - m_list.begin());
+}
+
+bool EdgeStore::Lists(const C2QuadEdge* q) const {
+    return q != nullptr && Position(q) < m_list.size() && m_list[Position(q)] == q;
+}
+
+std::size_t EdgeStore::Position(const C2QuadEdge* q) {
+    return q->m_place & kPositionMask;
+}
+
 void EdgeStore::Destroy(C2QuadEdge* q) {
+    if (q == nullptr) {
+        return;
+    }
     if (m_records.Holds(q)) {
         m_records.Release(q);
     } else if (!MadeByArena(q)) {

@@ -15,6 +15,7 @@ namespace zq::detail {
 /// The quad-edge records of a subdivision with their edge list in creation order, its vertex
 /// points and its sample list. Removing a record leaves a hole in the list, found through the
 /// record's own position; the list closes its holes in one pass before it is next read by index.
+/// A caller may append null, or a record twice: the list keeps such entries as they come.
 class EdgeStore {
 public:
     EdgeStore() = default;
@@ -42,15 +43,16 @@ public:
     }
     /// Destroys the records of the list from position count on.
     void Truncate(std::size_t count);
-    /// Appends q and returns the number of records in the list.
+    /// Appends q, null included, and returns the number of entries in the list.
     std::size_t Append(C2QuadEdge* q);
-    /// Removes q from the list and destroys it; false (and nothing done) when the list lacks q.
+    /// Removes q's first entry from the list and destroys q; false (and nothing done) when the
+    /// list lacks q.
     bool Remove(C2QuadEdge* q);
     /// Destroys every record of the list in order and empties it.
     void DestroyAll();
-    /// The number of records in the list.
+    /// The number of entries in the list.
     std::size_t Count() const;
-    /// Record i in list order, or null when i is out of range.
+    /// Entry i in list order, or null when i is out of range.
     C2QuadEdge* At(std::size_t i);
 
     /// Sets count places for points side by side aside: a point run, filled by MakePoint.
@@ -71,6 +73,14 @@ public:
 private:
     /// Closes the holes, keeping the order, and renumbers the records.
     void Compact();
+    /// Leaves each record in the list once, in no particular order, before all are freed.
+    void KeepEachRecordOnce();
+    /// The first place of q in the list, or the list's size when it lacks q.
+    std::size_t FirstPlaceOf(const C2QuadEdge* q) const;
+    /// True when q sits at its own position in this list.
+    bool Lists(const C2QuadEdge* q) const;
+    /// The position last recorded in q.
+    static std::size_t Position(const C2QuadEdge* q);
     /// Frees q as it was allocated: into the arena, with delete, or not at all when another
     /// store's arena holds it.
     void Destroy(C2QuadEdge* q);
@@ -81,13 +91,15 @@ private:
 
     Arena<C2QuadEdge> m_records;
     Arena<SFVec3f> m_points;
-    /// Holes are null; places of a run are unset until MakeRun fills them.
+    /// Places of a run are unset until MakeRun fills them.
     UninitializedVector<C2QuadEdge*> m_list;
     Arena<SFVec3f>::Slot* m_pointRun = nullptr;
     /// The last run's first slot, and its first place in the list.
     Arena<C2QuadEdge>::Slot* m_run = nullptr;
     std::size_t m_runStart = 0;
     std::size_t m_holes = 0;
+    /// Some record was appended while already listed: removals then search from the front.
+    bool m_repeats = false;
     /// Records made with new ever appended: while there are none, nothing needs deleting.
     std::size_t m_foreign = 0;
     std::vector<SFVec3f> m_samples;

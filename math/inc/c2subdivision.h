@@ -63,14 +63,14 @@ public:
     C2Subdivision& operator=(const C2Subdivision& s);
 
     /// Appends q to the edge list, which then owns it (a record made with new); returns the
-    /// number of records. A null q is not appended.
+    /// number of entries. A null q is appended as a null entry.
     int AddEdge(C2QuadEdge* q);
     /// The number of records, truncated to 16 bits as callers have always received it.
     short NumEdges() const;
     /// Record i of the edge list in creation order; null when i is out of range.
     C2QuadEdge* GetEdge(short i) const;
-    /// Removes q from the edge list, keeping the order of the rest, and destroys it; a record
-    /// that the list does not hold is left alone.
+    /// Removes q's first entry from the edge list, keeping the order of the rest, and destroys
+    /// q; a record that the list does not hold is left alone.
     void DeleteEdge(C2QuadEdge* q);
 
     /// The number of records in the edge list.
