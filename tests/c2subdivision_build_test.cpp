@@ -275,6 +275,7 @@ TEST(SubdivisionBuild, RejectsUnusableSamplesAndReportsProgress) {
     points.emplace_back(1e31, 0, 1);
     points.emplace_back(1e-31, 0, 1);
     points.emplace_back(0, 0, 5000); // outside the caller's triangle
+    points[0].y = nan;               // a height is carried, never tested: the sample stays
     C2SubdivisionOptions options;
     // Given clockwise: taken the other way round.
     options.corners = std::array<SFVec3f, 3>{SFVec3f(-1000, 0, -1000), SFVec3f(130, 0, 2000),
@@ -290,6 +291,7 @@ TEST(SubdivisionBuild, RejectsUnusableSamplesAndReportsProgress) {
                                                                        {67600, 67600}};
     EXPECT_EQ(reports, expected);
     const C2Subdivision& s = built.subdivision;
+    EXPECT_TRUE(std::isnan(s.GetVertex(3)->y));
     EXPECT_EQ(s.GetTriangles(false).size(), 2u * 259 * 259);
     EXPECT_EQ(s.NumEdges(), static_cast<short>(s.GetEdgeCount() & 0xFFFF));
     EXPECT_EQ(s.GetEdge(7), s.GetEdgeAt(7));

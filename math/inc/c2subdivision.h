@@ -135,8 +135,9 @@ struct C2SubdivisionBuild {
     std::size_t kept;
     /// Samples dropped within 1e-5 of a corner or of an earlier kept sample.
     std::size_t duplicates;
-    /// Samples left out: a coordinate not finite, nonzero with a magnitude outside
-    /// [1e-30, 1e30], or a site not strictly inside the caller's triangle.
+    /// Samples left out: x or z not finite, or nonzero with a magnitude outside [1e-30, 1e30],
+    /// or a site not strictly inside the caller's triangle (corners in a line enclose none).
+    /// Heights take no part in the triangulation and are kept as they are, NaN included.
     std::size_t rejected;
 };
 
