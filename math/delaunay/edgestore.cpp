@@ -14,8 +14,10 @@ namespace {
 
 /// The top bit of a record's place: an arena made the record.
 constexpr std::uint32_t kFromArena = 0x80000000u;
+/// The next bit: the record has been given a place in some list.
+constexpr std::uint32_t kListed = 0x40000000u;
 /// The rest: its position in the edge list.
-constexpr std::uint32_t kPositionMask = 0x7FFFFFFFu;
+constexpr std::uint32_t kPositionMask = 0x3FFFFFFFu;
 
 /// Room that no record occupies: its address marks a removed record's place, since callers may
 /// append null entries of their own.
@@ -94,7 +96,8 @@ std::size_t EdgeStore::Append(C2QuadEdge* q) {
         throw std::length_error("C2Subdivision: too many edge records");
     }
     if (q != nullptr) {
-        m_repeats = m_repeats || Lists(q);
+        // A record listed before may sit earlier in this list: its position then says too little.
+        m_repeats = m_repeats || (q->m_place & kListed) != 0;
         m_foreign += MadeByArena(q) ? 0 : 1;
         SetPosition(q, m_list.size());
     }
@@ -103,8 +106,8 @@ std::size_t EdgeStore::Append(C2QuadEdge* q) {
 }
 
 bool EdgeStore::Remove(C2QuadEdge* q) {
-    // A record is found at its own position, unless it may also sit earlier in the list or
-    // was last appended to another list: then the list is searched from the front.
+    // A record is found at its own position, unless a record was appended twice or q was last
+    // appended to another list: then the list is searched from the front.
     const std::size_t i = Lists(q) && !m_repeats ? Position(q) : FirstPlaceOf(q);
     if (i == m_list.size()) {
         return false;
@@ -201,7 +204,7 @@ bool EdgeStore::MadeByArena(const C2QuadEdge* q) {
 }
 
 void EdgeStore::SetPosition(C2QuadEdge* q, std::size_t i) {
-    q->m_place = (q->m_place & kFromArena) | static_cast<std::uint32_t>(i);
+    q->m_place = (q->m_place & kFromArena) | kListed | static_cast<std::uint32_t>(i);
 }
 
 } // namespace zq::detail

@@ -98,7 +98,8 @@ private:
     Arena<C2QuadEdge>::Slot* m_run = nullptr;
     std::size_t m_runStart = 0;
     std::size_t m_holes = 0;
-    /// Some record was appended while already listed: removals then search from the front.
+    /// Some record was appended after it had been listed anywhere: removals then search from
+    /// the front.
     bool m_repeats = false;
     /// Records made with new ever appended: while there are none, nothing needs deleting.
     std::size_t m_foreign = 0;
