@@ -12,12 +12,15 @@ namespace zq::detail {
 FlatTriangulation::FlatTriangulation(std::vector<Site> sites, double shortEdge)
     : m_sites(std::move(sites)), m_shortEdgeSquared(shortEdge * shortEdge) {
     const std::size_t halfEdges = HalfEdgesFor(m_sites.size() - 3);
-    m_origin.reserve(halfEdges);
-    m_twin.reserve(halfEdges);
+    m_origin.resize(halfEdges);
+    m_twin.resize(halfEdges);
     // Filled as the sites go in: mapped now in one call, the pages do not fault one by one.
     Prefault(m_origin.data(), halfEdges * sizeof(Index));
     Prefault(m_twin.data(), halfEdges * sizeof(Index));
     AddTriangle(0, 1, 2);
+    Link(0, kNone);
+    Link(1, kNone);
+    Link(2, kNone);
 }
 
 std::uint32_t FlatTriangulation::Insert(std::uint32_t v) {
@@ -160,13 +163,16 @@ FlatTriangulation::Located FlatTriangulation::Locate(const Site& site) const {
 }
 
 FlatTriangulation::Index FlatTriangulation::AddTriangle(Index a, Index b, Index c) {
-    const Index h = static_cast<Index>(m_origin.size());
-    m_origin.push_back(a);
-    m_origin.push_back(b);
-    m_origin.push_back(c);
-    m_twin.push_back(kNone);
-    m_twin.push_back(kNone);
-    m_twin.push_back(kNone);
+    if (m_halfEdges == m_origin.size()) {
+        // Grown one insertion at a time: room for as many again.
+        m_origin.resize(2 * m_halfEdges);
+        m_twin.resize(2 * m_halfEdges);
+    }
+    const Index h = static_cast<Index>(m_halfEdges);
+    m_origin[h] = a;
+    m_origin[h + 1] = b;
+    m_origin[h + 2] = c;
+    m_halfEdges += 3;
     return h;
 }
 

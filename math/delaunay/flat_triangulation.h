@@ -4,6 +4,7 @@
 #define ZQMATH_FLAT_TRIANGULATION_H
 
 #include "delaunay/robust_predicates.h"
+#include "delaunay/uninitialized.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -48,7 +49,7 @@ public:
     /// The twins of the half-edges.
     const std::uint32_t* Twins() const { return m_twin.data(); }
     /// The number of half-edges: three a triangle.
-    std::size_t HalfEdgeCount() const { return m_origin.size(); }
+    std::size_t HalfEdgeCount() const { return m_halfEdges; }
     /// The half-edges once n sites are in: each site adds two triangles to the enclosing one.
     static constexpr std::size_t HalfEdgesFor(std::size_t n) { return 3 + 6 * n; }
     /// The edges of halfEdges half-edges: two each, but the enclosing triangle's three have one.
@@ -92,7 +93,8 @@ private:
     int Side(Index h, const Site& site) const {
         return Orientation(m_sites[m_origin[h]], m_sites[m_origin[Next(h)]], site);
     }
-    /// Makes a triangle of the three vertices, its twins unset; returns its first half-edge.
+    /// Makes a triangle of the three vertices, its twins unset (the caller links all three);
+    /// returns its first half-edge.
     Index AddTriangle(Index a, Index b, Index c);
     /// Notes the new edge v w when it is short.
     void NoteEdge(Index v, Index w);
@@ -108,8 +110,10 @@ private:
     void Legalize();
 
     std::vector<Site> m_sites;
-    std::vector<Index> m_origin;
-    std::vector<Index> m_twin;
+    /// Both sized ahead of the half-edges in use: filled without a capacity check per value.
+    UninitializedVector<Index> m_origin;
+    UninitializedVector<Index> m_twin;
+    std::size_t m_halfEdges = 0;
     /// Edges whose Delaunay property is in doubt, each with the new vertex as its apex.
     std::vector<Index> m_pending;
     /// Where the next walk starts: a half-edge of the newest vertex's star.
