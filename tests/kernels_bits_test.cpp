@@ -21,12 +21,12 @@
 
 namespace {
 
-// Under the sanitizers every load is checked: a quarter of the inputs keeps the run short.
+// Under the sanitizers every load is checked: an eighth of the inputs keeps the run short.
 #if defined(__SANITIZE_ADDRESS__)
-constexpr int kScale = 4;
+constexpr int kScale = 8;
 #elif defined(__has_feature)
 #if __has_feature(address_sanitizer)
-constexpr int kScale = 4;
+constexpr int kScale = 8;
 #else
 constexpr int kScale = 1;
 #endif

@@ -529,7 +529,12 @@ void SFMatrix::TransformPoints(SFVec4f const* const src, SFVec4f* const dst,
 }
 
 SFVec3f SFMatrix::UntransformPoint(SFVec3f const& p) const {
-    return PivotedInverse(*this).TransformPoint(SFVec4f(p)).Chop();
+    // (p, 1) times the inverse, without the division by w.
+    const SFMatrix inverse = PivotedInverse(*this);
+    Pair low;
+    Pair high;
+    Homogeneous(Rows(inverse.m_element), p.x, p.y, p.z, 1.0, low, high);
+    return SFVec3f(zq::detail::Low(low), zq::detail::High(low), zq::detail::Low(high));
 }
 
 SFVec4f SFMatrix::UntransformPoint(SFVec4f const& p) const {
