@@ -9,6 +9,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <vector>
 
 namespace {
@@ -48,6 +49,18 @@ void TransformPoints(benchmark::State& state) {
     std::vector<SFVec3f> dst(src.size());
     for (auto _ : state) {
         a.TransformPoints(src.data(), dst.data(), static_cast<unsigned long>(src.size()));
+        benchmark::DoNotOptimize(dst.data());
+    }
+}
+
+/// The floor under TransformPoints: copying the same arrays, reading as many bytes and writing
+/// as many.
+void CopyPoints(benchmark::State& state) {
+    const std::vector<SFVec3f> src = bench::Cloud(bench::kCloudSize);
+    std::vector<SFVec3f> dst(src.size());
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(src.data());
+        std::copy(src.begin(), src.end(), dst.begin());
         benchmark::DoNotOptimize(dst.data());
     }
 }
@@ -109,6 +122,7 @@ BENCHMARK(Multiply)->Name("Multiply/zqmath");
 BENCHMARK(Invert)->Name("Invert/zqmath");
 BENCHMARK(UntransformPoint)->Name("UntransformPoint/zqmath");
 BENCHMARK(TransformPoints)->Name("TransformPoints_1M/zqmath")->Unit(benchmark::kMillisecond);
+BENCHMARK(CopyPoints)->Name("TransformPoints_1M/copy")->Unit(benchmark::kMillisecond);
 BENCHMARK(Normalize)->Name("Normalize_1M/zqmath")->Unit(benchmark::kMillisecond);
 BENCHMARK(ExtendTo)->Name("ExtendTo_1M/zqmath")->Unit(benchmark::kMillisecond);
 BENCHMARK(Slerp)->Name("Slerp/zqmath");

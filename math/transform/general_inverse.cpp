@@ -1,80 +1,53 @@
-// The pivoted N×N inversion behind SFMatrix::UntransformPoint.
+// The pivoted 4x4 inversion behind SFMatrix::UntransformPoint.
 #include "transform/general_inverse.h"
 
+#include "frame/double_pair.h"
+
 #include <cmath>
-#include <cstddef>
-#include <vector>
+#include <utility>
 
 namespace zq::detail {
 
 namespace {
 
-/// Work storage of one inversion: up to 4×4 on the stack, larger sizes on the heap. Both are
-/// released when the object goes out of scope, on success and on every failure path.
-class Workspace {
-public:
-    explicit Workspace(int n) : m_n(static_cast<std::size_t>(n)) {
-        const std::size_t doubles = m_n * m_n + 2 * m_n;
-        if (doubles > kLocalDoubles || m_n > kLocalIndices) {
-            m_heapDoubles.resize(doubles);
-            m_heapIndices.resize(m_n);
-            m_doubles = m_heapDoubles.data();
-            m_indices = m_heapIndices.data();
-        }
-    }
-    Workspace(const Workspace&) = delete;
-    Workspace& operator=(const Workspace&) = delete;
-
-    /// The work matrix, row by row.
-    double* Matrix() { return m_doubles; }
+/// The transposed matrix being decomposed, its rows kept in pivot order: exchanging two rows
+/// here is what exchanging two entries of a permutation vector does to the rows it names.
+struct Work {
+    double w[4][4];
     /// The reciprocal of each row's largest magnitude.
-    double* Scales() { return m_doubles + m_n * m_n; }
-    /// The solution vector of one column.
-    double* Solution() { return m_doubles + m_n * m_n + m_n; }
-    /// The row permutation.
-    int* Permutation() { return m_indices; }
-
-private:
-    static constexpr std::size_t kLocalIndices = 4;
-    static constexpr std::size_t kLocalDoubles = 4 * 4 + 2 * 4;
-
-    std::size_t m_n;
-    double m_localDoubles[kLocalDoubles];
-    int m_localIndices[kLocalIndices];
-    std::vector<double> m_heapDoubles;
-    std::vector<int> m_heapIndices;
-    double* m_doubles = m_localDoubles;
-    int* m_indices = m_localIndices;
+    double scale[4];
+    /// The row of the transpose that each row started as.
+    int origin[4];
 };
 
-/// Copies source transposed into w, records each row's scale and the identity permutation;
-/// false when a row of w is all zeros.
-bool LoadTransposed(const double* source, int n, double* w, double* scale, int* perm) {
-    for (int i = 0; i < n; ++i) {
+/// Copies source transposed into work, with each row's scale; false when a row is all zeros.
+bool LoadTransposed(const double* source, Work& work) {
+    for (int i = 0; i < 4; ++i) {
         double largest = 0.0;
-        for (int k = 0; k < n; ++k) {
-            w[i * n + k] = source[k * n + i];
-            if (std::fabs(w[i * n + k]) > largest) {
-                largest = std::fabs(w[i * n + k]);
+        for (int k = 0; k < 4; ++k) {
+            work.w[i][k] = source[4 * k + i];
+            if (std::fabs(work.w[i][k]) > largest) {
+                largest = std::fabs(work.w[i][k]);
             }
         }
         if (largest == 0.0) {
             return false;
         }
-        scale[i] = 1.0 / largest;
-        perm[i] = i;
+        work.scale[i] = 1.0 / largest;
+        work.origin[i] = i;
     }
     return true;
 }
 
-/// LU decomposition of w in place with scaled partial pivoting; false on an exactly zero best
-/// pivot or last diagonal.
-bool Decompose(double* w, int n, const double* scale, int* perm) {
-    for (int k = 0; k + 1 < n; ++k) {
+/// LU decomposition in place with scaled partial pivoting; false on an exactly zero best pivot
+/// or last diagonal.
+bool Decompose(Work& work) {
+    double(&w)[4][4] = work.w;
+    for (int k = 0; k < 3; ++k) {
         int best = k;
-        double bestSize = std::fabs(w[perm[k] * n + k]) * scale[perm[k]];
-        for (int r = k + 1; r < n; ++r) {
-            const double size = std::fabs(w[perm[r] * n + k]) * scale[perm[r]];
+        double bestSize = std::fabs(w[k][k]) * work.scale[k];
+        for (int r = k + 1; r < 4; ++r) {
+            const double size = std::fabs(w[r][k]) * work.scale[r];
             if (size > bestSize) {
                 best = r;
                 bestSize = size;
@@ -83,60 +56,67 @@ bool Decompose(double* w, int n, const double* scale, int* perm) {
         if (bestSize == 0.0) {
             return false;
         }
-        const int pivotRow = perm[best];
-        perm[best] = perm[k];
-        perm[k] = pivotRow;
-        for (int r = k + 1; r < n; ++r) {
-            double* row = w + perm[r] * n;
-            const double* pivot = w + pivotRow * n;
-            row[k] /= pivot[k];
-            if (row[k] != 0.0) {
-                for (int c = k + 1; c < n; ++c) {
-                    row[c] -= row[k] * pivot[c];
+        if (best != k) {
+            std::swap(w[best], w[k]);
+            std::swap(work.scale[best], work.scale[k]);
+            std::swap(work.origin[best], work.origin[k]);
+        }
+        for (int r = k + 1; r < 4; ++r) {
+            w[r][k] /= w[k][k];
+            if (w[r][k] != 0.0) {
+                for (int c = k + 1; c < 4; ++c) {
+                    w[r][c] -= w[r][k] * w[k][c];
                 }
             }
         }
     }
-    return w[perm[n - 1] * n + n - 1] != 0.0;
+    return w[3][3] != 0.0;
 }
 
-/// Solves LU·x = e_j in permuted order into x.
-void SolveUnitColumn(const double* w, int n, const int* perm, int j, double* x) {
-    for (int k = 0; k < n; ++k) {
-        double sum = perm[k] == j ? 1.0 : 0.0;
-        for (int c = 0; c < k; ++c) {
-            sum -= w[perm[k] * n + c] * x[c];
+/// Solves LU·x = e_j for the four unit columns at once, two columns to a pair: x[k] holds
+/// component k of the solutions for j = 0, 1 (index 0) and j = 2, 3 (index 1).
+void SolveUnitColumns(const Work& work, Pair (&x)[4][2]) {
+    const double(&w)[4][4] = work.w;
+    for (int k = 0; k < 4; ++k) {
+        double unit[4] = {0.0, 0.0, 0.0, 0.0};
+        unit[work.origin[k]] = 1.0;
+        for (int half = 0; half < 2; ++half) {
+            Pair sum = Load(unit + 2 * half);
+            for (int c = 0; c < k; ++c) {
+                sum = sum - Splat(w[k][c]) * x[c][half];
+            }
+            x[k][half] = sum;
         }
-        x[k] = sum;
     }
-    for (int k = n - 1; k >= 0; --k) {
-        double sum = x[k];
-        for (int c = k + 1; c < n; ++c) {
-            sum -= w[perm[k] * n + c] * x[c];
+    for (int k = 3; k >= 0; --k) {
+        for (int half = 0; half < 2; ++half) {
+            Pair sum = x[k][half];
+            for (int c = k + 1; c < 4; ++c) {
+                sum = sum - Splat(w[k][c]) * x[c][half];
+            }
+            x[k][half] = sum / Splat(w[k][k]);
         }
-        x[k] = sum / w[perm[k] * n + k];
     }
 }
 
 } // namespace
 
-bool InvertGeneral(const double* source, double* destination, int n) {
-    if (n <= 0) {
+bool InvertGeneral(const double* source, double* destination) {
+    Work work;
+    if (!LoadTransposed(source, work) || !Decompose(work)) {
         return false;
     }
-    Workspace work(n);
-    double* w = work.Matrix();
-    double* scale = work.Scales();
-    int* perm = work.Permutation();
-    if (!LoadTransposed(source, n, w, scale, perm) || !Decompose(w, n, scale, perm)) {
-        return false;
+    Pair x[4][2];
+    SolveUnitColumns(work, x);
+    // The decomposition is of the transpose, so the solution for e_j is row j of the inverse.
+    double solution[4][4];
+    for (int k = 0; k < 4; ++k) {
+        Store(&solution[k][0], x[k][0]);
+        Store(&solution[k][2], x[k][1]);
     }
-    // w holds the transpose, so its solution for e_j is row j of the inverse.
-    double* x = work.Solution();
-    for (int j = 0; j < n; ++j) {
-        SolveUnitColumn(w, n, perm, j, x);
-        for (int k = 0; k < n; ++k) {
-            destination[j * n + k] = x[k];
+    for (int j = 0; j < 4; ++j) {
+        for (int k = 0; k < 4; ++k) {
+            destination[4 * j + k] = solution[k][j];
         }
     }
     return true;

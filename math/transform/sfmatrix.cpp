@@ -3,6 +3,7 @@
 
 #include "c3matrix.h"
 #include "cquat.h"
+#include "frame/double_pair.h"
 #include "transform/general_inverse.h"
 #include "transform/matrix_index.h"
 #include "transform/rotation_detail.h"
@@ -16,32 +17,98 @@ namespace {
 
 using zq::detail::Index4;
 
-/// out = (x, y, z, w)·m: w exactly 1.0 adds row 3, exactly 0.0 leaves it out. Inlined here so
-/// that the point loops run without calls; each sum keeps its order.
-inline void Homogeneous(const double* m, double x, double y, double z, double w, double* out) {
-    for (int c = 0; c < 4; ++c) {
-        out[c] = x * m[Index4(0, c)] + y * m[Index4(1, c)] + z * m[Index4(2, c)];
-        if (w == 1.0) {
-            out[c] += m[Index4(3, c)];
-        } else if (w != 0.0) {
-            out[c] += w * m[Index4(3, c)];
+using zq::detail::Pair;
+
+/// The rows of a matrix as pairs of columns: (0, 1) in low, (2, 3) in high.
+struct Rows {
+    explicit Rows(const double* m) {
+        for (int r = 0; r < 4; ++r) {
+            low[r] = zq::detail::Load(m + Index4(r, 0));
+            high[r] = zq::detail::Load(m + Index4(r, 2));
         }
     }
-}
+    Pair low[4];
+    Pair high[4];
+};
 
-/// (p, 1)·m, divided by w unless w is exactly 1.0 or 0.0.
-inline SFVec3f TransformedPoint(const double* m, const SFVec3f& p) {
-    double h[4];
-    Homogeneous(m, p.x, p.y, p.z, 1.0, h);
-    // Exact tests: only a w of exactly 1.0 or 0.0 skips the division.
-    if (h[3] != 1.0 && h[3] != 0.0) {
-        return SFVec3f(h[0] / h[3], h[1] / h[3], h[2] / h[3]);
+/// (x, y, z, w)·m into the columns (0, 1) and (2, 3): w exactly 1.0 adds row 3, exactly 0.0
+/// leaves it out. Each column's sum keeps its order, x first.
+inline void Homogeneous(const Rows& m, double x, double y, double z, double w, Pair& low,
+                        Pair& high) {
+    const Pair px = zq::detail::Splat(x);
+    const Pair py = zq::detail::Splat(y);
+    const Pair pz = zq::detail::Splat(z);
+    low = px * m.low[0] + py * m.low[1] + pz * m.low[2];
+    high = px * m.high[0] + py * m.high[1] + pz * m.high[2];
+    if (w == 1.0) {
+        low = low + m.low[3];
+        high = high + m.high[3];
+    } else if (w != 0.0) {
+        const Pair pw = zq::detail::Splat(w);
+        low = low + pw * m.low[3];
+        high = high + pw * m.high[3];
     }
-    return SFVec3f(h[0], h[1], h[2]);
 }
 
-/// out = b × a, each element set to 0.0 and then summed in place, j = 0..3 in order.
-inline void SumProduct(double* out, const double* a, const double* b) {
+/// (p, 1)·m, divided by w unless w is exactly 1.0 or 0.0, into out.
+inline void TransformedPoint(const Rows& m, const SFVec3f& p, SFVec3f& out) {
+    Pair low;
+    Pair high;
+    Homogeneous(m, p.x, p.y, p.z, 1.0, low, high);
+    const double w = zq::detail::High(high);
+    // Exact tests: only a w of exactly 1.0 or 0.0 skips the division.
+    if (w != 1.0 && w != 0.0) {
+        low = low / zq::detail::Splat(w);
+        high = high / zq::detail::Splat(w);
+    }
+    out.x = zq::detail::Low(low);
+    out.y = zq::detail::High(low);
+    out.z = zq::detail::Low(high);
+}
+
+/// Each element of a matrix in both lanes of a pair.
+struct Splats {
+    explicit Splats(const double* m) {
+        for (int i = 0; i < 16; ++i) {
+            e[i] = zq::detail::Splat(m[i]);
+        }
+    }
+    Pair e[16];
+};
+
+/// The three doubles of each of two points as the pairs (x0, y0), (z0, x1), (y1, z1).
+static_assert(sizeof(SFVec3f) == 3 * sizeof(double), "points are three packed doubles");
+
+/// TransformedPoint of src[0] and src[1] into dst[0] and dst[1], the two points side by side:
+/// each lane makes the same sums in the same order as one point alone. Both points are read
+/// before either is written, so src may be dst.
+inline void TransformedTwo(const Rows& m, const Splats& e, const SFVec3f* src, SFVec3f* dst) {
+    const double* in = &src[0].x;
+    const Pair a = zq::detail::Load(in);
+    const Pair b = zq::detail::Load(in + 2);
+    const Pair c = zq::detail::Load(in + 4);
+    const Pair x = zq::detail::LowHigh(a, b);
+    const Pair y = zq::detail::HighLow(a, c);
+    const Pair z = zq::detail::LowHigh(b, c);
+    Pair out[4];
+    for (int k = 0; k < 4; ++k) {
+        out[k] = x * e.e[Index4(0, k)] + y * e.e[Index4(1, k)] + z * e.e[Index4(2, k)] +
+                 e.e[Index4(3, k)];
+    }
+    if (!zq::detail::EachZeroOrOne(out[3])) {
+        TransformedPoint(m, src[0], dst[0]);
+        TransformedPoint(m, src[1], dst[1]);
+        return;
+    }
+    double* o = &dst[0].x;
+    zq::detail::Store(o, zq::detail::Lows(out[0], out[1]));
+    zq::detail::Store(o + 2, zq::detail::LowHigh(out[2], out[0]));
+    zq::detail::Store(o + 4, zq::detail::Highs(out[1], out[2]));
+}
+
+/// out = b × a, each element set to 0.0 and then summed in place, j = 0..3 in order: with out
+/// being a or b, later sums read the elements that earlier ones wrote.
+void SumProductInPlace(double* out, const double* a, const double* b) {
     for (int i = 0; i < 4; ++i) {
         for (int k = 0; k < 4; ++k) {
             double& sum = out[Index4(i, k)];
@@ -53,10 +120,27 @@ inline void SumProduct(double* out, const double* a, const double* b) {
     }
 }
 
+/// out = b × a for an out that is neither a nor b: the sums of SumProductInPlace, from 0.0
+/// and j = 0..3 in order, two columns at a time.
+inline void SumProduct(double* out, const double* a, const double* b) {
+    const Rows rows(a);
+    for (int i = 0; i < 4; ++i) {
+        Pair low = zq::detail::Splat(0.0);
+        Pair high = low;
+        for (int j = 0; j < 4; ++j) {
+            const Pair f = zq::detail::Splat(b[Index4(i, j)]);
+            low = low + f * rows.low[j];
+            high = high + f * rows.high[j];
+        }
+        zq::detail::Store(out + Index4(i, 0), low);
+        zq::detail::Store(out + Index4(i, 2), high);
+    }
+}
+
 /// The inverse of m by the pivoted general inversion; throws record 6 when m is singular.
 SFMatrix PivotedInverse(const SFMatrix& m) {
     SFMatrix inverse(m);
-    if (!zq::detail::InvertGeneral(&inverse[0], &inverse[0], 4)) {
+    if (!zq::detail::InvertGeneral(&inverse[0], &inverse[0])) {
         throw CZqMathException(6, nullptr);
     }
     return inverse;
@@ -228,16 +312,10 @@ void SFMatrix::Multiply(SFMatrix const& A, SFMatrix const& B) {
     // Summed in place, so A.Multiply(A, B) reads elements it has already overwritten; callers
     // use MultiplyIn for that.
     if (this == &A || this == &B) {
-        SumProduct(m_element, A.m_element, B.m_element);
+        SumProductInPlace(m_element, A.m_element, B.m_element);
         return;
     }
-    // Without aliasing the same sums run in a local array, which the compiler keeps in
-    // registers instead of storing and reloading every partial sum.
-    double product[16];
-    SumProduct(product, A.m_element, B.m_element);
-    for (int i = 0; i < 16; ++i) {
-        m_element[i] = product[i];
-    }
+    SumProduct(m_element, A.m_element, B.m_element);
 }
 
 SFMatrix* SFMatrix::Multiply(SFMatrix const& B) const {
@@ -403,7 +481,9 @@ void SFMatrix::RotationMatrix(double const& ax, double const& ay, double const& 
 }
 
 SFVec3f SFMatrix::TransformPoint(SFVec3f const& p) const {
-    return TransformedPoint(m_element, p);
+    SFVec3f out;
+    TransformedPoint(Rows(m_element), p, out);
+    return out;
 }
 
 SFVec3f SFMatrix::TransformVector(SFVec3f const& v) const {
@@ -420,20 +500,24 @@ SFVec3f SFMatrix::operator*(SFVec3f const& p) const {
 }
 
 SFVec4f SFMatrix::TransformPoint(SFVec4f const& p) const {
-    double out[4];
-    Homogeneous(m_element, p.x, p.y, p.z, p.w, out);
-    return SFVec4f(out[0], out[1], out[2], out[3]);
+    Pair low;
+    Pair high;
+    Homogeneous(Rows(m_element), p.x, p.y, p.z, p.w, low, high);
+    return SFVec4f(zq::detail::Low(low), zq::detail::High(low), zq::detail::Low(high),
+                   zq::detail::High(high));
 }
 
 void SFMatrix::TransformPoints(SFVec3f const* const src, SFVec3f* const dst,
                                unsigned long n) const {
-    // A local copy, which the stores into dst cannot alias: the loop keeps it in registers.
-    double m[16];
-    for (int i = 0; i < 16; ++i) {
-        m[i] = m_element[i];
+    // The rows are loaded once, before any store into dst: the loop keeps them in registers.
+    const Rows rows(m_element);
+    const Splats elements(m_element);
+    unsigned long i = 0;
+    for (; i + 1 < n; i += 2) {
+        TransformedTwo(rows, elements, src + i, dst + i);
     }
-    for (unsigned long i = 0; i < n; ++i) {
-        dst[i] = TransformedPoint(m, src[i]);
+    if (i < n) {
+        TransformedPoint(rows, src[i], dst[i]);
     }
 }
 
@@ -445,7 +529,12 @@ void SFMatrix::TransformPoints(SFVec4f const* const src, SFVec4f* const dst,
 }
 
 SFVec3f SFMatrix::UntransformPoint(SFVec3f const& p) const {
-    return PivotedInverse(*this).TransformPoint(SFVec4f(p)).Chop();
+    // (p, 1) times the inverse, without the division by w.
+    const SFMatrix inverse = PivotedInverse(*this);
+    Pair low;
+    Pair high;
+    Homogeneous(Rows(inverse.m_element), p.x, p.y, p.z, 1.0, low, high);
+    return SFVec3f(zq::detail::Low(low), zq::detail::High(low), zq::detail::Low(high));
 }
 
 SFVec4f SFMatrix::UntransformPoint(SFVec4f const& p) const {

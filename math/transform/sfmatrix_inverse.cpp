@@ -1,6 +1,7 @@
 // SFMatrix: inversion without pivoting, determinant, transposes, normalisation, decomposition.
 #include "sfmatrix.h"
 
+#include "frame/double_pair.h"
 #include "transform/matrix_index.h"
 #include "vector/vector_detail.h"
 #include "zqexception.h"
@@ -11,6 +12,77 @@
 namespace {
 
 using zq::detail::Index4;
+
+using zq::detail::Pair;
+
+/// Gauss-Jordan elimination without pivoting on a matrix m beside t, which starts as the
+/// identity and ends as the inverse. Rows are held as pairs of columns (0, 1) and (2, 3); each
+/// element sees the same operations in the same order as one column at a time.
+class GaussJordan {
+public:
+    explicit GaussJordan(const double* m) {
+        for (int r = 0; r < 4; ++r) {
+            m_low[r] = zq::detail::Load(m + Index4(r, 0));
+            m_high[r] = zq::detail::Load(m + Index4(r, 2));
+            const double identity[4] = {r == 0 ? 1.0 : 0.0, r == 1 ? 1.0 : 0.0, r == 2 ? 1.0 : 0.0,
+                                        r == 3 ? 1.0 : 0.0};
+            m_tLow[r] = zq::detail::Load(identity);
+            m_tHigh[r] = zq::detail::Load(identity + 2);
+        }
+    }
+
+    /// Scales row i by the reciprocal of its pivot, then takes f = m[j][i] times it from every
+    /// other row j where f is not exactly 0.0. After step i only the columns right of i of m
+    /// are read again, so m's pairs left of them are no longer updated.
+    template <int i>
+    void Step() {
+        const Pair r = zq::detail::Splat(1.0 / Element<i>(i));
+        Pair f[4];
+        for (int j = 0; j < 4; ++j) {
+            f[j] = zq::detail::Splat(Element<i>(j));
+        }
+        if (i == 0) {
+            m_low[i] = m_low[i] * r;
+        }
+        m_high[i] = m_high[i] * r;
+        m_tLow[i] = m_tLow[i] * r;
+        m_tHigh[i] = m_tHigh[i] * r;
+        for (int j = 0; j < 4; ++j) {
+            if (j == i) {
+                continue;
+            }
+            // Rows whose f is exactly 0.0 keep their values: the differences are computed
+            // either way and dropped there, which spares a branch per row.
+            if (i == 0) {
+                m_low[j] = zq::detail::IfZero(f[j], m_low[j], m_low[j] - f[j] * m_low[i]);
+            }
+            m_high[j] = zq::detail::IfZero(f[j], m_high[j], m_high[j] - f[j] * m_high[i]);
+            m_tLow[j] = zq::detail::IfZero(f[j], m_tLow[j], m_tLow[j] - f[j] * m_tLow[i]);
+            m_tHigh[j] = zq::detail::IfZero(f[j], m_tHigh[j], m_tHigh[j] - f[j] * m_tHigh[i]);
+        }
+    }
+
+    /// Writes t.
+    void StoreInverse(double* out) const {
+        for (int r = 0; r < 4; ++r) {
+            zq::detail::Store(out + Index4(r, 0), m_tLow[r]);
+            zq::detail::Store(out + Index4(r, 2), m_tHigh[r]);
+        }
+    }
+
+private:
+    /// m[row][c].
+    template <int c>
+    double Element(int row) const {
+        const Pair half = c < 2 ? m_low[row] : m_high[row];
+        return c % 2 == 0 ? zq::detail::Low(half) : zq::detail::High(half);
+    }
+
+    Pair m_low[4];
+    Pair m_high[4];
+    Pair m_tLow[4];
+    Pair m_tHigh[4];
+};
 
 /// Below this a row scale or a pivot makes the determinant 0.0.
 constexpr double kDeterminantFloor = 1e-6;
@@ -39,26 +111,13 @@ int PivotColumn(const SFMatrix& a, int i) {
 
 SFMatrix& SFMatrix::Invert() {
     // Gauss-Jordan without pivoting: a zero pivot spreads infinities and NaN, silently.
-    SFMatrix t;
-    t.Identity();
-    for (int i = 0; i < 4; ++i) {
-        const double r = 1.0 / m_element[Index4(i, i)];
-        for (int c = 0; c < 4; ++c) {
-            m_element[Index4(i, c)] *= r;
-            t.m_element[Index4(i, c)] *= r;
-        }
-        for (int j = 0; j < 4; ++j) {
-            const double f = m_element[Index4(j, i)];
-            if (j == i || f == 0.0) {
-                continue;
-            }
-            for (int c = 0; c < 4; ++c) {
-                m_element[Index4(j, c)] -= f * m_element[Index4(i, c)];
-                t.m_element[Index4(j, c)] -= f * t.m_element[Index4(i, c)];
-            }
-        }
-    }
-    return *this = t;
+    GaussJordan g(m_element);
+    g.Step<0>();
+    g.Step<1>();
+    g.Step<2>();
+    g.Step<3>();
+    g.StoreInverse(m_element);
+    return *this;
 }
 
 void SFMatrix::MakeAdjoint() {

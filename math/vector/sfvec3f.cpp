@@ -317,8 +317,10 @@ double SFVec3f::Length() const {
 
 SFVec3f SFVec3f::Normalize() const {
     const double length = std::sqrt(SquaredLengthOf(*this));
-    // Exact tests on purpose: a unit vector comes back bit for bit, a zero one stays zero.
-    if (length == 0.0 || length == 1.0 || std::isnan(length)) {
+    // Exact tests on purpose: a unit vector comes back bit for bit, a zero one stays zero, and
+    // so does one of NaN length. (A sum of squares is never below +0.0, so "not above 0.0" is
+    // exactly "0.0 or NaN".)
+    if (!(length > 0.0) || length == 1.0) {
         return *this;
     }
     // Multiplies by the reciprocal, so (3, 0, 4) gives x = 0.6000000000000001.

@@ -10,6 +10,11 @@ namespace zq::detail {
 /// The low 32 bits of v truncated toward zero, in two's complement; 0 for NaN and infinities.
 /// This is what the original's 64-bit integer conversion kept, and it never overflows.
 inline std::uint32_t TruncatedLow32(double v) {
+    constexpr double kTwoTo63 = 9223372036854775808.0;
+    if (std::fabs(v) < kTwoTo63) {
+        // Exact: the conversion truncates toward zero, the unsigned one keeps the low 32 bits.
+        return static_cast<std::uint32_t>(static_cast<std::int64_t>(v));
+    }
     if (!std::isfinite(v)) {
         return 0;
     }
