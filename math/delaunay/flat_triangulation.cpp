@@ -3,6 +3,7 @@
 #include "delaunay/flat_triangulation.h"
 
 #include "frame/prefault.h"
+#include "sfvec2f.h"
 
 #include <utility>
 
@@ -20,8 +21,38 @@ FlatTriangulation::FlatTriangulation(std::vector<Site> sites, double shortEdge)
 }
 
 std::uint32_t FlatTriangulation::Insert(std::uint32_t v) {
-    const Site& site = m_sites[v];
+    const Located at = Locate(m_sites[v]);
+    const Index same = SameSite(at, m_sites[v]);
+    if (same != kNone) {
+        return same;
+    }
+    InsertAt(v, at);
+    return v;
+}
+
+std::uint32_t FlatTriangulation::InsertUnlessNear(const Site& site, double distance) {
     const Located at = Locate(site);
+    if (NearNeighbour(at, site, distance)) {
+        return kNone;
+    }
+    const Index v = static_cast<Index>(m_sites.size());
+    m_sites.push_back(site);
+    InsertAt(v, at);
+    return v;
+}
+
+void FlatTriangulation::TrianglesAroundNewest(std::vector<std::uint32_t>& out) const {
+    // The newest vertex is the origin of Prev(m_start); an inner vertex, so every edge around
+    // it has a twin.
+    const Index first = static_cast<Index>(Prev(m_start));
+    Index e = first;
+    do {
+        out.push_back(e / 3);
+        e = m_twin[Prev(e)];
+    } while (e != first);
+}
+
+FlatTriangulation::Index FlatTriangulation::SameSite(const Located& at, const Site& site) const {
     const Index first = at.edge - at.edge % 3;
     for (Index k = first; k < first + 3; ++k) {
         const Site& v = m_sites[m_origin[k]];
@@ -29,10 +60,14 @@ std::uint32_t FlatTriangulation::Insert(std::uint32_t v) {
             return m_origin[k];
         }
     }
+    return kNone;
+}
+
+void FlatTriangulation::InsertAt(Index v, const Located& at) {
     const Index onEdge = at.onEdge;
     // A site on an edge first splits the triangle, leaving a flat one on that edge, whose flip
     // then splits the neighbour: four triangles around the site.
-    const Index base = onEdge != kNone ? onEdge : first;
+    const Index base = onEdge != kNone ? onEdge : at.edge - at.edge % 3;
     SplitTriangle(base, v);
     if (onEdge != kNone && m_twin[base] != kNone) {
         const Index across = m_twin[base];
@@ -43,7 +78,42 @@ std::uint32_t FlatTriangulation::Insert(std::uint32_t v) {
     Legalize();
     // Flips keep the site in the triangle of base: the next walk starts beside it.
     m_start = base;
-    return v;
+}
+
+bool FlatTriangulation::NearNeighbour(const Located& at, const Site& site, double distance) {
+    // The new vertex would be joined to the corners of its triangle and of every triangle
+    // whose circle holds it strictly: those triangles form a tree across their shared edges,
+    // walked here outward from the site's triangle.
+    const SFVec2f s(site.x, site.y);
+    const auto near = [&](Index v) {
+        return s.DistanceTo(SFVec2f(m_sites[v].x, m_sites[v].y)) < distance;
+    };
+    const Index first = at.edge - at.edge % 3;
+    m_pending.clear();
+    for (Index k = first; k < first + 3; ++k) {
+        if (near(m_origin[k])) {
+            return true;
+        }
+        m_pending.push_back(k);
+    }
+    while (!m_pending.empty()) {
+        const Index g = m_twin[m_pending.back()];
+        m_pending.pop_back();
+        if (g == kNone) {
+            continue;
+        }
+        const Index n = static_cast<Index>(Next(g)), p = static_cast<Index>(Prev(g));
+        if (InCircleSign(m_sites[m_origin[g]], m_sites[m_origin[n]], m_sites[m_origin[p]], site) >
+            0) {
+            if (near(m_origin[p])) {
+                m_pending.clear();
+                return true;
+            }
+            m_pending.push_back(n);
+            m_pending.push_back(p);
+        }
+    }
+    return false;
 }
 
 void FlatTriangulation::NoteEdge(Index v, Index w) {

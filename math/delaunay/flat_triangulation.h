@@ -31,9 +31,22 @@ public:
     /// sites keep their edge). Returns v, or the vertex already in with the same coordinates
     /// (v is then left out).
     std::uint32_t Insert(std::uint32_t v);
+    /// Adds site as a new vertex, strictly inside the enclosing triangle, unless a vertex lies
+    /// closer than distance (as SFVec2f::DistanceTo measures); returns the new vertex or kNone.
+    std::uint32_t InsertUnlessNear(const Site& site, double distance);
+    /// Appends the triangles around the newest vertex to out, counter-clockwise.
+    void TrianglesAroundNewest(std::vector<std::uint32_t>& out) const;
+    /// Frees the list of short edges.
+    void ForgetShortEdges() { std::vector<std::pair<Index, Index>>().swap(m_shortEdges); }
 
     /// The site of vertex v.
     const Site& Vertex(std::size_t v) const { return m_sites[v]; }
+    /// The number of vertices, the enclosing triangle's included.
+    std::size_t VertexCount() const { return m_sites.size(); }
+    /// The origins of the half-edges, HalfEdgeCount() of them.
+    const std::uint32_t* Origins() const { return m_origin.data(); }
+    /// The twins of the half-edges.
+    const std::uint32_t* Twins() const { return m_twin.data(); }
     /// The number of half-edges: three a triangle.
     std::size_t HalfEdgeCount() const { return m_origin.size(); }
     /// The half-edges once n sites are in: each site adds two triangles to the enclosing one.
@@ -68,6 +81,13 @@ private:
     };
     /// The triangle of site.
     Located Locate(const Site& site) const;
+    /// The vertex of at's triangle with the coordinates of site, or kNone.
+    Index SameSite(const Located& at, const Site& site) const;
+    /// Inserts vertex v, which lies in the closure of at's triangle and is no vertex yet.
+    void InsertAt(Index v, const Located& at);
+    /// True when a vertex that v would be joined to, inserted at at, lies closer to site than
+    /// distance: the nearest vertex is always among them.
+    bool NearNeighbour(const Located& at, const Site& site, double distance);
     /// The orientation of site against half-edge h.
     int Side(Index h, const Site& site) const {
         return Orientation(m_sites[m_origin[h]], m_sites[m_origin[Next(h)]], site);
