@@ -2,6 +2,8 @@
 #ifndef ZQMATH_TOOLS_IO_MESH_H
 #define ZQMATH_TOOLS_IO_MESH_H
 
+#include "progress.h"
+
 #include <sfvec3f.h>
 
 #include <array>
@@ -47,6 +49,35 @@ struct Mesh final : MeshView {
     }
     int Up() const override { return up; }
 };
+
+/// Calls vertex(v) for every vertex in order, then triangle(t) for every triangle in order,
+/// and tells progress how many of them all are done.
+template <typename VertexFunction, typename TriangleFunction>
+void WalkMesh(const MeshView& mesh, const ProgressHook& progress, VertexFunction vertex,
+              TriangleFunction triangle) {
+    constexpr std::size_t kProgressStep = 1 << 16;
+    const std::size_t vertices = mesh.VertexCount();
+    const std::size_t total = vertices + mesh.TriangleCount();
+    for (std::size_t i = 0; i < vertices; ++i) {
+        vertex(mesh.Vertex(i));
+        if (progress && i % kProgressStep == 0) {
+            progress(i, total);
+        }
+    }
+    std::size_t done = vertices;
+    mesh.VisitTriangles([&](const Triangle* triangles, std::size_t count) {
+        for (std::size_t i = 0; i < count; ++i) {
+            triangle(triangles[i]);
+        }
+        done += count;
+        if (progress) {
+            progress(done, total);
+        }
+    });
+    if (progress) {
+        progress(total, total);
+    }
+}
 
 } // namespace zq::tool
 
