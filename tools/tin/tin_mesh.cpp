@@ -12,9 +12,25 @@ constexpr std::size_t kBlock = 4096;
 } // namespace
 
 TinMesh::TinMesh(const C2Triangulation& triangulation, const std::vector<SFVec3f>& samples, int up)
-    : m_samples(samples.data()), m_sampleOf(triangulation.GetSamples()),
-      m_origins(triangulation.GetOrigins()), m_vertices(triangulation.GetVertexCount() - kCorners),
+    : m_triangulation(triangulation), m_samples(samples.data()),
+      m_sampleOf(triangulation.GetSamples()), m_origins(triangulation.GetOrigins()),
+      m_vertices(triangulation.GetVertexCount() - kCorners),
       m_allTriangles(triangulation.GetTriangleCount()), m_up(up) {
+    // Vertex v is marked at its sample, then the marks are read in the samples' order: that
+    // numbers the vertices, and the same array, compacted, lists the samples written.
+    m_order.assign(samples.size(), C2Triangulation::kNone);
+    m_index.assign(m_vertices + kCorners, C2Triangulation::kNone);
+    for (std::uint32_t v = kCorners; v < m_vertices + kCorners; ++v) {
+        m_order[m_sampleOf[v]] = v;
+    }
+    std::uint32_t next = 0;
+    for (std::uint32_t s = 0; s < m_order.size(); ++s) {
+        if (m_order[s] != C2Triangulation::kNone) {
+            m_index[m_order[s]] = next;
+            m_order[next++] = s;
+        }
+    }
+    m_order.resize(next);
     for (std::size_t t = 0; t < m_allTriangles; ++t) {
         m_triangles += HasCorner(t) ? 0 : 1;
     }
@@ -26,7 +42,7 @@ bool TinMesh::HasCorner(std::size_t t) const {
 }
 
 SFVec3f TinMesh::Vertex(std::size_t i) const {
-    const SFVec3f& s = m_samples[m_sampleOf[i + kCorners]];
+    const SFVec3f& s = m_samples[m_order[i]];
     return m_up == 2 ? SFVec3f(s.x, s.z, s.y) : s;
 }
 
@@ -42,7 +58,7 @@ void TinMesh::VisitTriangles(const TriangleVisitor& visit) const {
             continue;
         }
         const std::uint32_t* o = m_origins + 3 * t;
-        block[used] = {o[0] - kCorners, o[second] - kCorners, o[3 - second] - kCorners};
+        block[used] = {m_index[o[0]], m_index[o[second]], m_index[o[3 - second]]};
         if (++used == kBlock) {
             visit(block, used);
             used = 0;
@@ -60,10 +76,11 @@ double TinMesh::PlanArea() const {
             continue;
         }
         const std::uint32_t* o = m_origins + 3 * t;
-        const SFVec3f& a = m_samples[m_sampleOf[o[0]]];
-        const SFVec3f& b = m_samples[m_sampleOf[o[1]]];
-        const SFVec3f& c = m_samples[m_sampleOf[o[2]]];
-        area += (b.x - a.x) * (c.z - a.z) - (b.z - a.z) * (c.x - a.x);
+        // The triangulation's own sites lie in its vertex order, near one another in memory.
+        const SFVec2f a = m_triangulation.GetSite(o[0]);
+        const SFVec2f b = m_triangulation.GetSite(o[1]);
+        const SFVec2f c = m_triangulation.GetSite(o[2]);
+        area += (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
     }
     return 0.5 * area;
 }
