@@ -1,6 +1,7 @@
 // input_file.cpp: the block buffer and its refills.
 #include "input_file.h"
 
+#include "terminal.h"
 #include "tool_error.h"
 
 #include <algorithm>
@@ -19,6 +20,7 @@ constexpr std::size_t kBlock = 1 << 22;
 InputFile::InputFile(const std::string& path) : m_name(path == "-" ? "<stdin>" : path) {
     if (path == "-") {
         m_file = stdin;
+        SetBinary(stdin);
     } else {
         m_file = std::fopen(path.c_str(), "rb");
         if (m_file == nullptr) {
