@@ -83,7 +83,8 @@ std::string Las(int minor, int format, const std::vector<std::array<std::int32_t
         Put(b, 0, 8); // waveform data
     }
     if (minor >= 4) {
-        Put(b, 0, 8 + 4); // first EVLR, EVLR count
+        Put(b, 0, 8); // first EVLR
+        Put(b, 0, 4); // EVLR count
         Put(b, points.size(), 8);
         b.append(120, '\0'); // counts by return
     }
