@@ -3,7 +3,10 @@
 #define ZQMATH_TESTS_FUZZ_READER_FUZZ_H
 
 #include "input_file.h"
+#include "progress.h"
 #include "tool_error.h"
+
+#include <sfvec3f.h>
 
 #include <cmath>
 #include <cstddef>

@@ -6,6 +6,9 @@ namespace {
 
 /// The enclosing triangle's corners are vertices 0, 1 and 2.
 constexpr std::uint32_t kCorners = 3;
+/// No vertex or sample: a copy, since a reference to the class's own constant would have to be
+/// imported from the Windows DLL, which does not export it.
+constexpr std::uint32_t kNone = C2Triangulation::kNone;
 /// Triangles handed to a visitor at once.
 constexpr std::size_t kBlock = 4096;
 
@@ -18,14 +21,14 @@ TinMesh::TinMesh(const C2Triangulation& triangulation, const std::vector<SFVec3f
       m_allTriangles(triangulation.GetTriangleCount()), m_up(up) {
     // Vertex v is marked at its sample, then the marks are read in the samples' order: that
     // numbers the vertices, and the same array, compacted, lists the samples written.
-    m_order.assign(samples.size(), C2Triangulation::kNone);
-    m_index.assign(m_vertices + kCorners, C2Triangulation::kNone);
+    m_order.assign(samples.size(), kNone);
+    m_index.assign(m_vertices + kCorners, kNone);
     for (std::uint32_t v = kCorners; v < m_vertices + kCorners; ++v) {
         m_order[m_sampleOf[v]] = v;
     }
     std::uint32_t next = 0;
     for (std::uint32_t s = 0; s < m_order.size(); ++s) {
-        if (m_order[s] != C2Triangulation::kNone) {
+        if (m_order[s] != kNone) {
             m_index[m_order[s]] = next;
             m_order[next++] = s;
         }
