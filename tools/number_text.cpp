@@ -31,8 +31,4 @@ std::string NumberText(double v) {
     return std::string(text, result.ptr);
 }
 
-void PutNumber(std::FILE* out, double v) {
-    std::fputs(NumberText(v).c_str(), out);
-}
-
 } // namespace zq::tool

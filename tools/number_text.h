@@ -2,7 +2,6 @@
 #ifndef ZQMATH_TOOLS_NUMBER_TEXT_H
 #define ZQMATH_TOOLS_NUMBER_TEXT_H
 
-#include <cstdio>
 #include <string>
 #include <string_view>
 
@@ -13,8 +12,6 @@ namespace zq::tool {
 const char* ParseNumber(std::string_view token, double& value);
 /// The shortest text that reads back as v exactly.
 std::string NumberText(double v);
-/// Writes NumberText(v).
-void PutNumber(std::FILE* out, double v);
 
 } // namespace zq::tool
 

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace zq::tool {
 
@@ -28,6 +29,11 @@ private:
 ToolError UsageError(const std::string& command, const std::string& what);
 /// "FILE:LINE: what", status 2.
 ToolError InputError(const std::string& file, std::size_t line, const std::string& what);
+/// "FILE: PLACE: what" (a place such as "header" or "point record 7"), status 2.
+ToolError InputError(const std::string& file, const std::string& place, const std::string& what);
+/// The text with every byte outside printable ASCII written as \xHH, and a backslash as \\, so
+/// that bytes of a binary input cannot disturb a terminal.
+std::string Printable(std::string_view text);
 /// "zqmath: what", status 1.
 ToolError Failure(const std::string& what);
 

@@ -35,3 +35,12 @@ function(expect_run prefix status stream text)
         message(FATAL_ERROR "${what}: '${text}' missing from std${stream}:\n${${prefix}_${stream}}")
     endif()
 endfunction()
+
+# expect_line(<prefix> <label> <value>): the run's report has the line "label   value".
+function(expect_line prefix label value)
+    string(REGEX REPLACE "([][+.*()^$?|\\])" "\\\\\\1" label_pattern "${label}")
+    string(REGEX REPLACE "([][+.*()^$?|\\])" "\\\\\\1" value_pattern "${value}")
+    if(NOT "${${prefix}_out}" MATCHES "(^|\n)${label_pattern} +${value_pattern}\n")
+        message(FATAL_ERROR "zqmath run '${prefix}': no line '${label} ${value}' in:\n${${prefix}_out}")
+    endif()
+endfunction()

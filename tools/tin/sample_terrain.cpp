@@ -34,18 +34,18 @@ double Hundredths(double v) {
     return std::round(v * 100.0) / 100.0;
 }
 
-/// A bump of the given height and radius centred on (cx, cz).
-double Bump(double x, double z, double cx, double cz, double height, double radius) {
+/// A bump of the given height and radius centred on (cx, cy).
+double Bump(double x, double y, double cx, double cy, double height, double radius) {
     const double dx = x - cx;
-    const double dz = z - cz;
-    return height * std::exp(-(dx * dx + dz * dz) / (2.0 * radius * radius));
+    const double dy = y - cy;
+    return height * std::exp(-(dx * dx + dy * dy) / (2.0 * radius * radius));
 }
 
 /// Two hills, a ridge, a basin, gentle waves and a tilt.
-double Height(double x, double z) {
-    return Bump(x, z, 95.0, 110.0, 60.0, 42.0) + Bump(x, z, 215.0, 205.0, 38.0, 30.0) +
-           Bump(x, z, 160.0, 160.0, 18.0, 20.0) - Bump(x, z, 200.0, 70.0, 24.0, 38.0) +
-           5.0 * std::sin(x / 23.0) * std::cos(z / 31.0) + 0.04 * x;
+double Height(double x, double y) {
+    return Bump(x, y, 95.0, 110.0, 60.0, 42.0) + Bump(x, y, 215.0, 205.0, 38.0, 30.0) +
+           Bump(x, y, 160.0, 160.0, 18.0, 20.0) - Bump(x, y, 200.0, 70.0, 24.0, 38.0) +
+           5.0 * std::sin(x / 23.0) * std::cos(y / 31.0) + 0.04 * x;
 }
 
 } // namespace
@@ -58,8 +58,8 @@ std::vector<SFVec3f> SampleTerrain() {
             const std::uint32_t h =
                 Hash(static_cast<std::uint32_t>(row), static_cast<std::uint32_t>(column));
             const double x = Hundredths((column + 0.5 + Jitter(h)) * kSpacing);
-            const double z = Hundredths((row + 0.5 + Jitter(h >> 16)) * kSpacing);
-            samples.emplace_back(x, Hundredths(Height(x, z)), z);
+            const double y = Hundredths((row + 0.5 + Jitter(h >> 16)) * kSpacing);
+            samples.emplace_back(x, y, Hundredths(Height(x, y)));
         }
     }
     return samples;

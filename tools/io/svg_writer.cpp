@@ -1,6 +1,7 @@
 // svg_writer.cpp: the plan view, coloured by height, with its legend.
-#include "mesh_writers.h"
-#include "tin_triangulate.h"
+#include "svg_writer.h"
+
+#include "block_output.h"
 
 #include <algorithm>
 #include <cmath>
@@ -38,59 +39,76 @@ std::string RampColour(double t) {
     return text;
 }
 
-/// The extent of the vertices, and the map from x-z to the page.
+/// The extent of the vertices, and the map from the plan (x, and y or z) to the page.
 struct View {
-    double minX = 0.0, minZ = 0.0, minY = 0.0, maxY = 0.0;
+    int up = 1;
+    /// The plan's second axis: z when y is up (drawn down the page), y when z is up (drawn up).
+    int across = 2;
+    double min[3] = {0.0, 0.0, 0.0};
+    double max[3] = {0.0, 0.0, 0.0};
     double scale = 1.0;
     double width = 0.0, height = 0.0;
 
-    explicit View(const Mesh& mesh) {
-        if (mesh.vertices.empty()) {
-            return;
+    explicit View(const MeshView& mesh) : up(mesh.Up()), across(mesh.Up() == 2 ? 1 : 2) {
+        for (std::size_t i = 0; i < mesh.VertexCount(); ++i) {
+            const SFVec3f v = mesh.Vertex(i);
+            for (int axis = 0; axis < 3; ++axis) {
+                min[axis] = i == 0 ? v[axis] : std::min(min[axis], v[axis]);
+                max[axis] = i == 0 ? v[axis] : std::max(max[axis], v[axis]);
+            }
         }
-        const C3RRegion box = Bounds(mesh.vertices);
-        const SFVec3f size = box.GetSize();
-        minX = box.GetMinPoint().x;
-        minZ = box.GetMinPoint().z;
-        minY = box.GetMinPoint().y;
-        maxY = box.GetMaxPoint().y;
-        const double extent = std::max(size.x, size.z);
+        const double extent = std::max(max[0] - min[0], max[across] - min[across]);
         scale = extent > 0.0 ? kPlotSize / extent : 1.0;
-        width = size.x * scale;
-        height = size.z * scale;
+        width = (max[0] - min[0]) * scale;
+        height = (max[across] - min[across]) * scale;
     }
     /// The height as a fraction of the range; the middle for a flat mesh.
-    double Level(double y) const { return maxY > minY ? (y - minY) / (maxY - minY) : 0.5; }
-    double PageX(double x) const { return kMargin + (x - minX) * scale; }
-    double PageY(double z) const { return kTop + (z - minZ) * scale; }
+    double Level(double h) const {
+        return max[up] > min[up] ? (h - min[up]) / (max[up] - min[up]) : 0.5;
+    }
+    double PageX(const SFVec3f& v) const { return kMargin + (v.x - min[0]) * scale; }
+    double PageY(const SFVec3f& v) const {
+        return kTop + (up == 2 ? max[across] - v[across] : v[across] - min[across]) * scale;
+    }
 };
 
 /// The triangles as one path per colour band.
-void WriteTriangles(std::FILE* out, const Mesh& mesh, const View& view) {
-    std::vector<std::vector<std::uint32_t>> bands(kBands);
-    for (std::uint32_t i = 0; i < mesh.triangles.size(); ++i) {
-        const auto& t = mesh.triangles[i];
-        const double mean =
-            (mesh.vertices[t[0]].y + mesh.vertices[t[1]].y + mesh.vertices[t[2]].y) / 3.0;
-        bands[std::min(static_cast<int>(view.Level(mean) * kBands), kBands - 1)].push_back(i);
-    }
+void WriteTriangles(BlockOutput& out, const MeshView& mesh, const View& view,
+                    const ProgressHook& progress) {
+    std::vector<std::vector<Triangle>> bands(kBands);
+    mesh.VisitTriangles([&](const Triangle* triangles, std::size_t count) {
+        for (std::size_t i = 0; i < count; ++i) {
+            const Triangle& t = triangles[i];
+            const double mean = (mesh.Vertex(t[0])[view.up] + mesh.Vertex(t[1])[view.up] +
+                                 mesh.Vertex(t[2])[view.up]) /
+                                3.0;
+            bands[std::min(static_cast<int>(view.Level(mean) * kBands), kBands - 1)].push_back(t);
+        }
+    });
+    std::size_t done = 0;
     for (int band = 0; band < kBands; ++band) {
         if (bands[band].empty()) {
             continue;
         }
         // A stroke of the fill colour closes the hairline gaps that anti-aliasing leaves.
         const std::string colour = RampColour((band + 0.5) / kBands);
-        std::fprintf(out, "<path fill=\"%s\" stroke=\"%s\" d=\"", colour.c_str(), colour.c_str());
-        for (std::uint32_t i : bands[band]) {
-            const auto& t = mesh.triangles[i];
+        out.Put("<path fill=\"" + colour + "\" stroke=\"" + colour + "\" d=\"");
+        for (const Triangle& t : bands[band]) {
             for (int k = 0; k < 3; ++k) {
-                const SFVec3f& v = mesh.vertices[t[k]];
-                std::fprintf(out, "%c%.1f %.1f", k == 0 ? 'M' : 'L', view.PageX(v.x),
-                             view.PageY(v.z));
+                const SFVec3f v = mesh.Vertex(t[k]);
+                char text[64];
+                const int n = std::snprintf(text, sizeof text, "%c%.1f %.1f", k == 0 ? 'M' : 'L',
+                                            view.PageX(v), view.PageY(v));
+                out.Put(std::string_view(text, static_cast<std::size_t>(n)));
             }
-            std::fputc('Z', out);
+            out.Put('Z');
         }
-        std::fputs("\"/>\n", out);
+        out.Put("\"/>\n");
+        done += bands[band].size();
+        std::vector<Triangle>().swap(bands[band]);
+        if (progress) {
+            progress(done, mesh.TriangleCount());
+        }
     }
 }
 
@@ -109,7 +127,9 @@ void WriteLegend(std::FILE* out, const View& view) {
                  "<rect x=\"%.1f\" y=\"%.1f\" width=\"22\" height=\"%.1f\" fill=\"url(#ramp)\" "
                  "stroke=\"#444\" stroke-width=\"0.5\"/>\n",
                  x, kTop, barHeight);
-    const double levels[] = {view.maxY, 0.5 * (view.minY + view.maxY), view.minY};
+    const double top = view.max[view.up];
+    const double bottom = view.min[view.up];
+    const double levels[] = {top, 0.5 * (bottom + top), bottom};
     for (int i = 0; i < 3; ++i) {
         const double y = kTop + barHeight * i / 2.0;
         std::fprintf(out, "<text x=\"%.1f\" y=\"%.1f\" dominant-baseline=\"middle\">%.4g</text>\n",
@@ -119,7 +139,7 @@ void WriteLegend(std::FILE* out, const View& view) {
 
 } // namespace
 
-void WriteSvg(std::FILE* out, const Mesh& mesh) {
+void WriteSvg(std::FILE* out, const MeshView& mesh, const ProgressHook& progress) {
     const View view(mesh);
     const double width = kMargin + view.width + 30.0 + kLegendWidth;
     const double height = kTop + std::max(view.height, 160.0) + kMargin + 16.0;
@@ -129,18 +149,21 @@ void WriteSvg(std::FILE* out, const Mesh& mesh) {
                  width, height, width, height);
     std::fprintf(out, "<rect width=\"100%%\" height=\"100%%\" fill=\"white\"/>\n");
     std::fprintf(out,
-                 "<text x=\"%.1f\" y=\"24\" font-size=\"15\">zqmath tin: %s vertices, %s "
+                 "<text x=\"%.1f\" y=\"24\" font-size=\"15\">zqmath: %s vertices, %s "
                  "triangles</text>\n",
-                 kMargin, std::to_string(mesh.vertices.size()).c_str(),
-                 std::to_string(mesh.triangles.size()).c_str());
+                 kMargin, std::to_string(mesh.VertexCount()).c_str(),
+                 std::to_string(mesh.TriangleCount()).c_str());
     std::fprintf(out, "<g stroke-width=\"0.4\" stroke-linejoin=\"round\">\n");
-    WriteTriangles(out, mesh, view);
+    {
+        BlockOutput block(out);
+        WriteTriangles(block, mesh, view, progress);
+    }
     std::fputs("</g>\n", out);
     WriteLegend(out, view);
     std::fprintf(out,
                  "<text x=\"%.1f\" y=\"%.1f\" font-size=\"11\" fill=\"#555\">plan view from "
-                 "above: x to the right, z down</text>\n",
-                 kMargin, height - 10.0);
+                 "above: x to the right, %s</text>\n",
+                 kMargin, height - 10.0, view.up == 2 ? "y up" : "z down");
     std::fputs("</svg>\n", out);
 }
 
