@@ -51,8 +51,9 @@ struct C2TriangulationOptions {
 /// kept samples (std::length_error beyond).
 class ZQMATH_API C2Triangulation {
 public:
-    /// No vertex, triangle or half-edge: the twin of an enclosing side, a corner's sample.
-    static constexpr std::uint32_t kNone = 0xFFFFFFFFu;
+    /// No vertex, triangle or half-edge: the twin of an enclosing side, a corner's sample. An
+    /// enumerator, never an object: a caller can bind it to a reference across a DLL's edge.
+    enum : std::uint32_t { kNone = 0xFFFFFFFFu };
 
     /// Triangulates samples[0..count) in a spatial order; sample i is numbered i.
     C2Triangulation(const SFVec3f* samples, std::size_t count,

@@ -6,8 +6,7 @@ namespace {
 
 /// The enclosing triangle's corners are vertices 0, 1 and 2.
 constexpr std::uint32_t kCorners = 3;
-/// No vertex or sample: a copy, since a reference to the class's own constant would have to be
-/// imported from the Windows DLL, which does not export it.
+/// No vertex or sample.
 constexpr std::uint32_t kNone = C2Triangulation::kNone;
 /// Triangles handed to a visitor at once.
 constexpr std::size_t kBlock = 4096;
