@@ -96,7 +96,7 @@ std::array<std::uint32_t, 3> C2Triangulation::GetTriangle(std::uint32_t t) const
 
 std::uint32_t C2Triangulation::GetNeighbour(std::uint32_t t, int k) const {
     const std::uint32_t twin = m_flat->Twin(3 * std::size_t(t) + static_cast<std::size_t>(k));
-    return twin == FlatTriangulation::kNone ? kNone : twin / 3;
+    return twin == FlatTriangulation::kNone ? FlatTriangulation::kNone : twin / 3;
 }
 
 bool C2Triangulation::HasCorner(std::uint32_t t) const {
