@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -11,8 +13,37 @@
 #include <memory>
 #include <random>
 #include <set>
+#include <thread>
 #include <utility>
 #include <vector>
+
+// Threads started in this process are counted by a pthread_create of the test's own, which the
+// library's calls reach first (glibc). Sanitizer runtimes put their own in the same place.
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+#define ZQ_TEST_SANITIZED 1
+#endif
+#endif
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define ZQ_TEST_SANITIZED 1
+#endif
+#if defined(__linux__) && defined(__GLIBC__) && !defined(ZQ_TEST_SANITIZED)
+#define ZQ_TEST_COUNTS_THREADS 1
+#include <dlfcn.h>
+#include <pthread.h>
+
+namespace {
+std::atomic<int> g_threadsStarted{0};
+} // namespace
+
+extern "C" int pthread_create(pthread_t* thread, const pthread_attr_t* attributes,
+                              void* (*start)(void*), void* argument) noexcept {
+    using Create = int (*)(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*);
+    static const auto real = reinterpret_cast<Create>(dlsym(RTLD_NEXT, "pthread_create"));
+    ++g_threadsStarted;
+    return real(thread, attributes, start, argument);
+}
+#endif
 
 namespace {
 
@@ -349,4 +380,20 @@ TEST(SubdivisionRecords, SameRecordsAsEver) {
     const C2Subdivision nearby = Build(OnEdgeAndNearDuplicates(), 10.0);
     EXPECT_EQ(nearby.GetVertexCount(), 3 + 81 + 27 * 3); // one of four extra sites dropped
     EXPECT_EQ(Digest(nearby), 0x9B325CEA4CB4895Cull);
+}
+
+TEST(SubdivisionThreads, ConstructorStartsNoThread) {
+#if defined(ZQ_TEST_COUNTS_THREADS)
+    // The count sees a thread that the standard library starts.
+    const int before = g_threadsStarted;
+    std::thread([] {}).join();
+    ASSERT_EQ(g_threadsStarted, before + 1);
+    // Enough records for chunks of a megabyte and more.
+    std::vector<SFVec3f> points = SplitMixSamples(5000);
+    const C2Subdivision s(&points, kA * 10.0, kB * 10.0, kC * 10.0);
+    EXPECT_EQ(s.GetVertexCount(), points.size() + 3);
+    EXPECT_EQ(g_threadsStarted, before + 1);
+#else
+    GTEST_SKIP() << "threads are counted only on glibc without sanitizers";
+#endif
 }

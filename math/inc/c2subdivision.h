@@ -31,9 +31,8 @@ struct C2SubdivisionBuild;
 /// GetEdgeAt (the same list, by std::size_t), GetVertexCount and GetVertex (the corners a, b,
 /// c at 0, 1, 2, then every inserted sample in insertion order) and GetTriangles.
 ///
-/// Records come from chunks of memory. On Linux, from about 8,000 records on, a short-lived
-/// thread maps the pages of each new chunk while the calling thread builds records in it; the
-/// records themselves are only ever touched by the calling thread.
+/// The constructor and every member but Build run on the calling thread alone: they start no
+/// thread.
 class ZQMATH_API C2Subdivision {
 public:
     /// Builds the triangle a, b, c (counter-clockwise in x-z, enclosing every sample; taken
