@@ -16,6 +16,7 @@
 
 namespace zq::detail {
 class QuadEdgeAssembly;
+class WalkMirror;
 } // namespace zq::detail
 
 struct C2SubdivisionOptions;
@@ -103,6 +104,10 @@ private:
     /// starting edge, then swaps each edge whose apex is right of it and whose circle holds
     /// the site.
     void ConnectSite(C2Edge* e, SFVec3f* site);
+    /// Edge 0 of a new record, given its place in the walk's copy.
+    C2Edge* NewWalkedEdge();
+    /// Brings the walk's copy up to date around the site whose edge spoke leaves it.
+    void RefreshWalk(C2Edge* spoke);
     /// The first sample no shorter than (p.x, 0, p.y), or the zero vector when there is none;
     /// the two doubles are not used. Nothing calls it.
     SFVec3f PointSolutionFor(SFVec2f p, double, double) const;
@@ -113,6 +118,8 @@ private:
     SFVec3f m_cornerB;
     SFVec3f m_cornerC;
     std::vector<SFVec3f*> m_vertices;
+    /// What Locate walks over while the constructor inserts; null otherwise.
+    zq::detail::WalkMirror* m_walk = nullptr;
 };
 
 /// How C2Subdivision::Build runs.
