@@ -109,6 +109,8 @@ private:
         }
         if (m_used == m_capacity) {
             AddChunk(m_chunks.empty() ? kFirstChunk : std::min(2 * m_capacity, kLargestChunk));
+            // The chunk fills from its start: its pages mapped in one call fault in faster.
+            Prefault(m_chunks.back().get(), m_capacity * sizeof(Slot));
         }
         return &m_chunks.back()[m_used++];
     }

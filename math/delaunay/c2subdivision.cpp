@@ -4,9 +4,11 @@
 #include "delaunay/edgelinks.h"
 #include "delaunay/edgestore.h"
 #include "delaunay/pointer_index.h"
+#include "delaunay/swap_count.h"
 #include "delaunay/walk_mirror.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdint>
 #include <functional>
 
@@ -31,6 +33,9 @@ bool NeedsSwap(const SFVec3f& org, const SFVec3f& apex, const SFVec3f& dest, con
            SFVec2f::InCircle(org.XZ(), apex.XZ(), dest.XZ(), site.XZ());
 }
 
+/// The swaps of every constructor so far.
+std::atomic<std::size_t> g_constructorSwaps{0};
+
 /// True for the unbounded face of the bare enclosing triangle: its three corners (vertices 0,
 /// 1, 2, counter-clockwise) met in clockwise order.
 bool IsOuterFace(const std::array<std::size_t, 3>& t) {
@@ -38,6 +43,18 @@ bool IsOuterFace(const std::array<std::size_t, 3>& t) {
 }
 
 } // namespace
+
+namespace zq::detail {
+
+std::size_t ConstructorSwaps() {
+    return g_constructorSwaps.load(std::memory_order_relaxed);
+}
+
+void CountConstructorSwaps(std::size_t count) {
+    g_constructorSwaps.fetch_add(count, std::memory_order_relaxed);
+}
+
+} // namespace zq::detail
 
 C2Subdivision::C2Subdivision(std::vector<SFVec3f>* points, const SFVec3f& a, const SFVec3f& b,
                              const SFVec3f& c)
@@ -221,13 +238,16 @@ void C2Subdivision::ConnectSite(C2Edge* e, SFVec3f* site) {
         base = joined;
         e = EdgeLinks::Oprev(base);
     } while (EdgeLinks::Lnext(e) != m_startingEdge);
+    std::size_t swaps = 0;
     for (;;) {
         const C2Edge* t = EdgeLinks::Oprev(e);
         if (NeedsSwap(*e->Org(), *EdgeLinks::Sym(t)->Org(), *EdgeLinks::Sym(e)->Org(), *site)) {
             EdgeLinks::Swap(e);
             e = EdgeLinks::Oprev(e);
+            ++swaps;
         } else if (EdgeLinks::Onext(e) == m_startingEdge) {
             RefreshWalk(EdgeLinks::Sym(m_startingEdge));
+            zq::detail::CountConstructorSwaps(swaps);
             return;
         } else {
             e = EdgeLinks::Lprev(EdgeLinks::Onext(e));

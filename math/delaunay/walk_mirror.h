@@ -3,6 +3,7 @@
 #define ZQMATH_WALK_MIRROR_H
 
 #include "delaunay/edgelinks.h"
+#include "frame/prefault.h"
 #include "quadedge.h"
 #include "vector/planar.h"
 
@@ -28,6 +29,11 @@ public:
 
     /// Gives q's primal edges a place; Refresh fills it.
     void Add(C2QuadEdge* q) {
+        if (m_lines.size() % kMappedLines == 0 && m_lines.size() < m_lines.capacity()) {
+            // A megabyte's pages at once: cheaper than faulting them in one by one.
+            const std::size_t count = std::min(kMappedLines, m_lines.capacity() - m_lines.size());
+            Prefault(m_lines.data() + m_lines.size(), count * sizeof(Line));
+        }
         EdgeLinks::SetWalkLine(&(*q)[0], static_cast<Id>(m_lines.size()));
         m_lines.push_back(Line{{0.0, 0.0}, {0.0, 0.0}, {0, 0}, {0, 0}, q});
     }
@@ -35,12 +41,15 @@ public:
     void Remove(C2QuadEdge* q) { m_lines[EdgeLinks::WalkLine(&(*q)[0])].record = nullptr; }
     /// Makes room for count more records.
     void Reserve(std::size_t count) { m_lines.reserve(m_lines.size() + count); }
-    /// Lays the lines out again in spatial order when they have doubled since the last time;
-    /// every place must be refreshed.
+    /// Lays the lines out again in spatial order when they have doubled since the last time
+    /// and the walks since then were long enough to pay for it (they are short on grids in
+    /// raster order, say); every place must be up to date.
     void Tidy() {
-        if (m_lines.size() >= 2 * m_laidOut && m_lines.size() >= kFirstLayout) {
+        if (m_lines.size() >= 2 * m_laidOut && m_lines.size() >= kFirstLayout &&
+            m_steps >= kStepsPerLine * m_lines.size()) {
             LayOut();
             m_laidOut = m_lines.size();
+            m_steps = 0;
         }
     }
     /// Copies what the walk reads of primal edge e from the records.
@@ -55,9 +64,9 @@ public:
     }
     /// The walk of C2Subdivision::Locate from start, step by step the same: an edge of the
     /// triangle that holds x, or null after maxSteps steps.
-    C2Edge* Locate(const SFVec2f& x, const C2Edge* start, int maxSteps, double near) const {
+    C2Edge* Locate(const SFVec2f& x, const C2Edge* start, int maxSteps, double near) {
         Id e = IdOf(start);
-        for (int step = 0; step < maxSteps; ++step) {
+        for (int step = 0; step < maxSteps; ++step, ++m_steps) {
             const SFVec2f org = Org(e);
             const SFVec2f dest = Org(e ^ 1);
             if (Near(x, org, near) || Near(x, dest, near)) {
@@ -86,6 +95,10 @@ public:
 private:
     /// Smaller copies fit the caches as they are.
     static constexpr std::size_t kFirstLayout = 4096;
+    /// Lines mapped at a time as the copy grows.
+    static constexpr std::size_t kMappedLines = 16384;
+    /// Steps a line since the last layout from which a new one costs less than it saves.
+    static constexpr std::size_t kStepsPerLine = 4;
 
     struct alignas(64) Line {
         double x[2];
@@ -122,33 +135,42 @@ private:
                 high[1] = std::fmax(high[1], line.z[k]);
             }
         }
+        // Lines of removed records sort last, and are dropped once in place.
         std::vector<std::pair<std::uint64_t, Id>> order;
         order.reserve(m_lines.size());
+        std::size_t live = 0;
         for (Id i = 0; i < m_lines.size(); ++i) {
             const Line& line = m_lines[i];
-            if (line.record != nullptr) {
-                const double mid[2] = {line.x[0] / 2 + line.x[1] / 2,
-                                       line.z[0] / 2 + line.z[1] / 2};
-                order.emplace_back(Morton(mid, low, high), i);
-            }
+            const double mid[2] = {line.x[0] / 2 + line.x[1] / 2, line.z[0] / 2 + line.z[1] / 2};
+            const bool removed = line.record == nullptr;
+            live += removed ? 0 : 1;
+            order.emplace_back(removed ? ~std::uint64_t(0) : Morton(mid, low, high), i);
         }
         std::sort(order.begin(), order.end());
         std::vector<Id> moved(m_lines.size(), 0);
         for (Id i = 0; i < order.size(); ++i) {
             moved[order[i].second] = i;
         }
-        std::vector<Line> lines;
-        lines.reserve(m_lines.capacity());
-        for (const auto& entry : order) {
-            Line line = m_lines[entry.second];
+        order = {};
+        // Renumbered where they lie, records told in the order they were made, which is
+        // roughly their order in memory; then each line is moved along its cycle.
+        for (Id i = 0; i < m_lines.size(); ++i) {
+            Line& line = m_lines[i];
             for (int k = 0; k < 2; ++k) {
                 line.onext[k] = 2 * moved[line.onext[k] >> 1] + (line.onext[k] & 1);
                 line.dprev[k] = 2 * moved[line.dprev[k] >> 1] + (line.dprev[k] & 1);
             }
-            EdgeLinks::SetWalkLine(&(*line.record)[0], static_cast<Id>(lines.size()));
-            lines.push_back(line);
+            if (line.record != nullptr) {
+                EdgeLinks::SetWalkLine(&(*line.record)[0], moved[i]);
+            }
         }
-        m_lines.swap(lines);
+        for (Id i = 0; i < m_lines.size(); ++i) {
+            while (moved[i] != i) {
+                std::swap(m_lines[i], m_lines[moved[i]]);
+                std::swap(moved[i], moved[moved[i]]);
+            }
+        }
+        m_lines.resize(live);
     }
     /// The Morton code of p's place in the box [low, high], 21 bits a coordinate.
     static std::uint64_t Morton(const double p[2], const double low[2], const double high[2]) {
@@ -166,6 +188,8 @@ private:
     std::vector<Line> m_lines;
     /// The number of lines at the last layout.
     std::size_t m_laidOut = 0;
+    /// Steps walked since the last layout.
+    std::size_t m_steps = 0;
 };
 
 } // namespace zq::detail
