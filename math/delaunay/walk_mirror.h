@@ -20,8 +20,8 @@ namespace zq::detail {
 /// record's two primal edges, so that a step of the walk reads a line or three instead of
 /// records and vertices spread over memory. It answers exactly as the records would while it
 /// is kept up to date: every primal edge whose origin, Onext or Dprev changed is refreshed.
-/// Whenever it has doubled, its lines are laid out again in the spatial order of their edges:
-/// a walk then steps between lines near each other in memory.
+/// As it grows, its lines are laid out again in the spatial order of their edges: a walk then
+/// steps between lines near each other in memory.
 class WalkMirror {
 public:
     /// Primal edge 2 * line + k: edge 2k of the line's record.
@@ -41,11 +41,11 @@ public:
     void Remove(C2QuadEdge* q) { m_lines[EdgeLinks::WalkLine(&(*q)[0])].record = nullptr; }
     /// Makes room for count more records.
     void Reserve(std::size_t count) { m_lines.reserve(m_lines.size() + count); }
-    /// Lays the lines out again in spatial order when they have doubled since the last time
-    /// and the walks since then were long enough to pay for it (they are short on grids in
-    /// raster order, say); every place must be up to date.
+    /// Lays the lines out again in spatial order when they have grown by half since the last
+    /// time and the walks since then were long enough to pay for it (they are short on grids
+    /// in raster order, say); every place must be up to date.
     void Tidy() {
-        if (m_lines.size() >= 2 * m_laidOut && m_lines.size() >= kFirstLayout &&
+        if (2 * m_lines.size() >= 3 * m_laidOut && m_lines.size() >= kFirstLayout &&
             m_steps >= kStepsPerLine * m_lines.size()) {
             LayOut();
             m_laidOut = m_lines.size();
