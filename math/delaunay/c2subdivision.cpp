@@ -266,8 +266,8 @@ void C2Subdivision::RefreshWalk(C2Edge* spoke) {
     // of their far corners new Onext (those before a spoke) and new Dprev (those on them).
     C2Edge* s = spoke;
     do {
-        C2Edge* far = EdgeLinks::Lnext(s);
-        for (const C2Edge* e : {s, EdgeLinks::Sym(s), far, EdgeLinks::Sym(far)}) {
+        C2Edge* opposite = EdgeLinks::Lnext(s);
+        for (const C2Edge* e : {s, EdgeLinks::Sym(s), opposite, EdgeLinks::Sym(opposite)}) {
             m_walk->Refresh(e);
         }
         s = EdgeLinks::Onext(s);
