@@ -63,13 +63,13 @@ public:
         line.dprev[id & 1] = IdOf(EdgeLinks::Dprev(e));
     }
     /// The walk of C2Subdivision::Locate from start, step by step the same: an edge of the
-    /// triangle that holds x, or null after maxSteps steps.
-    C2Edge* Locate(const SFVec2f& x, const C2Edge* start, int maxSteps, double near) {
+    /// triangle that holds x (or with an end closer than limit), or null after maxSteps steps.
+    C2Edge* Locate(const SFVec2f& x, const C2Edge* start, int maxSteps, double limit) {
         Id e = IdOf(start);
         for (int step = 0; step < maxSteps; ++step, ++m_steps) {
             const SFVec2f org = Org(e);
             const SFVec2f dest = Org(e ^ 1);
-            if (Near(x, org, near) || Near(x, dest, near)) {
+            if (Near(x, org, limit) || Near(x, dest, limit)) {
                 return Edge(e);
             }
             if (Ccw(x, dest, org)) {
@@ -113,13 +113,13 @@ private:
     }
     SFVec2f Org(Id e) const { return SFVec2f(m_lines[e >> 1].x[e & 1], m_lines[e >> 1].z[e & 1]); }
     C2Edge* Edge(Id e) const { return &(*m_lines[e >> 1].record)[static_cast<short>(2 * (e & 1))]; }
-    /// Distance(x, p) < near, the square root taken only where the square cannot decide.
-    static bool Near(const SFVec2f& x, const SFVec2f& p, double near) {
+    /// Distance(x, p) < limit, the square root taken only where the square cannot decide.
+    static bool Near(const SFVec2f& x, const SFVec2f& p, double limit) {
         const double dx = x.x - p.x;
         const double dy = x.y - p.y;
         const double square = dx * dx + dy * dy;
-        // The rounded root is monotonic: a square beyond this bound has a root of near or more.
-        return square <= 1.000001 * near * near && std::sqrt(square) < near;
+        // The rounded root is monotonic: a square beyond this bound has a root of limit or more.
+        return square <= 1.000001 * limit * limit && std::sqrt(square) < limit;
     }
 
     /// The lines of live records sorted by the Morton code of their edges' midpoints, each
