@@ -34,6 +34,27 @@ inline std::vector<SFVec3f> UniformSamples(std::size_t n) {
     return points;
 }
 
+/// The side x side grid nearest n samples, unit spacing from the origin in x-z, heights the
+/// sample numbers: in raster order, or coarse to fine (every 8th row and column first, then
+/// every 4th, and so on).
+inline std::vector<SFVec3f> Grid(std::size_t n, bool coarseToFine) {
+    const std::size_t side = static_cast<std::size_t>(std::lround(std::sqrt(double(n))));
+    std::vector<bool> placed(side * side);
+    std::vector<SFVec3f> points;
+    points.reserve(side * side);
+    for (std::size_t step = coarseToFine ? 8 : 1; step >= 1; step /= 2) {
+        for (std::size_t r = 0; r < side; r += step) {
+            for (std::size_t c = 0; c < side; c += step) {
+                if (!placed[r * side + c]) {
+                    placed[r * side + c] = true;
+                    points.emplace_back(double(c), double(points.size()), double(r));
+                }
+            }
+        }
+    }
+    return points;
+}
+
 /// n random points in [-100, 100) cubed.
 inline std::vector<SFVec3f> Cloud(std::size_t n) {
     std::mt19937_64 random(7u);

@@ -1,9 +1,11 @@
 // Triangulation speed in sites per second: uniform random samples in input order, and square
 // grids in raster order and coarse to fine (every 8th row and column first, then every 4th...),
-// through the constructor and through Build.
+// through the constructor and through Build. The grid rows also give the constructor's swaps per
+// site, so that the cost of a swap can be read off.
 #include "bench_data.h"
 #include "c2subdivision.h"
 #include "c2triangulation.h"
+#include "delaunay/swap_count.h"
 
 #include <benchmark/benchmark.h>
 
@@ -14,25 +16,6 @@
 namespace {
 
 using Samples = std::vector<SFVec3f>;
-
-/// The side x side grid, rows and columns that are multiples of each step in turn.
-Samples Grid(std::size_t n, bool coarseToFine) {
-    const std::size_t side = static_cast<std::size_t>(std::lround(std::sqrt(double(n))));
-    std::vector<bool> placed(side * side);
-    Samples points;
-    points.reserve(side * side);
-    for (std::size_t step = coarseToFine ? 8 : 1; step >= 1; step /= 2) {
-        for (std::size_t r = 0; r < side; r += step) {
-            for (std::size_t c = 0; c < side; c += step) {
-                if (!placed[r * side + c]) {
-                    placed[r * side + c] = true;
-                    points.emplace_back(double(c), double(points.size()), double(r));
-                }
-            }
-        }
-    }
-    return points;
-}
 
 /// The constructor, in a triangle well around the samples; Build on one thread or two, which
 /// derives its own; or the flat triangulation alone.
@@ -48,6 +31,7 @@ void Triangulate(benchmark::State& state, Samples points, Way way) {
     const SFVec3f c(width / 2, 0, 6 * width);
     C2TriangulationOptions options;
     options.threads = way == Way::kBuildTwoThreads ? 2 : 1;
+    const std::size_t swapsBefore = zq::detail::ConstructorSwaps();
     for (auto _ : state) {
         if (way == Way::kFlat) {
             benchmark::DoNotOptimize(C2Triangulation(points, options).GetTriangleCount());
@@ -61,6 +45,12 @@ void Triangulate(benchmark::State& state, Samples points, Way way) {
     }
     state.counters["sites/s"] = benchmark::Counter(static_cast<double>(points.size()),
                                                    benchmark::Counter::kIsIterationInvariantRate);
+    if (way == Way::kConstructor) {
+        const auto swaps = static_cast<double>(zq::detail::ConstructorSwaps() - swapsBefore);
+        state.counters["swaps/site"] = benchmark::Counter(
+            swaps / static_cast<double>(points.size()), benchmark::Counter::kAvgIterations);
+        state.counters["swaps/s"] = benchmark::Counter(swaps, benchmark::Counter::kIsRate);
+    }
 }
 
 std::size_t Count(const benchmark::State& state) {
@@ -71,9 +61,14 @@ void UniformInputOrder(benchmark::State& state) {
     Triangulate(state, bench::UniformSamples(Count(state)), Way::kConstructor);
 }
 
-/// The comparison's rows: uniform samples in input order, and through Build.
+/// The comparison's rows: uniform samples and a raster-order grid in input order, and through
+/// Build.
 void InputOrder(benchmark::State& state) {
     Triangulate(state, bench::UniformSamples(bench::kSiteCount), Way::kConstructor);
+}
+
+void GridInputOrder(benchmark::State& state) {
+    Triangulate(state, bench::Grid(bench::kLargeSiteCount, false), Way::kConstructor);
 }
 
 void AnyOrder(benchmark::State& state, std::size_t n, Way way) {
@@ -81,11 +76,11 @@ void AnyOrder(benchmark::State& state, std::size_t n, Way way) {
 }
 
 void GridRasterOrder(benchmark::State& state) {
-    Triangulate(state, Grid(Count(state), false), Way::kConstructor);
+    Triangulate(state, bench::Grid(Count(state), false), Way::kConstructor);
 }
 
 void GridCoarseToFine(benchmark::State& state) {
-    Triangulate(state, Grid(Count(state), true), Way::kConstructor);
+    Triangulate(state, bench::Grid(Count(state), true), Way::kConstructor);
 }
 
 void BuildUniform(benchmark::State& state) {
@@ -97,7 +92,7 @@ void FlatUniform(benchmark::State& state) {
 }
 
 void BuildGridRaster(benchmark::State& state) {
-    Triangulate(state, Grid(Count(state), false), Way::kBuild);
+    Triangulate(state, bench::Grid(Count(state), false), Way::kBuild);
 }
 
 } // namespace
@@ -125,6 +120,9 @@ BENCHMARK(GridCoarseToFine)
     ->Unit(benchmark::kMillisecond);
 
 BENCHMARK(InputOrder)->Name("Delaunay_100k_input_order/zqmath")->Unit(benchmark::kMillisecond);
+BENCHMARK(GridInputOrder)
+    ->Name("Delaunay_1M_grid_raster_input_order/zqmath")
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(AnyOrder, 100k, bench::kSiteCount, Way::kFlat)
     ->Name("Delaunay_100k_any_order/zqmath")
     ->Unit(benchmark::kMillisecond);

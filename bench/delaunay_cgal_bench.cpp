@@ -1,7 +1,7 @@
 // CGAL's Delaunay_triangulation_2 on the samples of delaunay_bench.cpp's comparison row (x-z as
 // CGAL's x-y): inserted one by one in input order, starting each search at the face of the last
-// vertex (the work C2Subdivision does), and as a range, which CGAL sorts spatially first (also
-// on the large row's 10^6 samples).
+// vertex (the work C2Subdivision does), also on a 10^6 grid in raster order, and as a range,
+// which CGAL sorts spatially first (also on the large row's 10^6 samples).
 #include "bench_data.h"
 
 #include <CGAL/Delaunay_triangulation_2.h>
@@ -16,16 +16,20 @@ namespace {
 using Kernel = CGAL::Exact_predicates_inexact_constructions_kernel;
 using Triangulation = CGAL::Delaunay_triangulation_2<Kernel>;
 
-std::vector<Kernel::Point_2> Sites(std::size_t n) {
+std::vector<Kernel::Point_2> Sites(const std::vector<SFVec3f>& samples) {
     std::vector<Kernel::Point_2> sites;
-    for (const SFVec3f& p : bench::UniformSamples(n)) {
+    for (const SFVec3f& p : samples) {
         sites.emplace_back(p.x, p.z);
     }
     return sites;
 }
 
-void InputOrder(benchmark::State& state) {
-    const std::vector<Kernel::Point_2> sites = Sites(bench::kSiteCount);
+std::vector<Kernel::Point_2> Sites(std::size_t n) {
+    return Sites(bench::UniformSamples(n));
+}
+
+/// Inserts the sites one by one in their order, each search starting at the last vertex's face.
+void OneByOne(benchmark::State& state, const std::vector<Kernel::Point_2>& sites) {
     for (auto _ : state) {
         Triangulation t;
         Triangulation::Face_handle hint;
@@ -34,6 +38,14 @@ void InputOrder(benchmark::State& state) {
         }
         benchmark::DoNotOptimize(t.number_of_faces());
     }
+}
+
+void InputOrder(benchmark::State& state) {
+    OneByOne(state, Sites(bench::kSiteCount));
+}
+
+void GridInputOrder(benchmark::State& state) {
+    OneByOne(state, Sites(bench::Grid(bench::kLargeSiteCount, false)));
 }
 
 void Range(benchmark::State& state, std::size_t n) {
@@ -48,6 +60,9 @@ void Range(benchmark::State& state, std::size_t n) {
 } // namespace
 
 BENCHMARK(InputOrder)->Name("Delaunay_100k_input_order/cgal")->Unit(benchmark::kMillisecond);
+BENCHMARK(GridInputOrder)
+    ->Name("Delaunay_1M_grid_raster_input_order/cgal")
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Range, 100k, bench::kSiteCount)
     ->Name("Delaunay_100k_any_order/cgal")
     ->Unit(benchmark::kMillisecond);

@@ -4,12 +4,46 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+
 #include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <map>
 #include <memory>
 #include <random>
 #include <set>
+#include <thread>
 #include <utility>
 #include <vector>
+
+// Threads started in this process are counted by a pthread_create of the test's own, which the
+// library's calls reach first (glibc). Sanitizer runtimes put their own in the same place.
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+#define ZQ_TEST_SANITIZED 1
+#endif
+#endif
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define ZQ_TEST_SANITIZED 1
+#endif
+#if defined(__linux__) && defined(__GLIBC__) && !defined(ZQ_TEST_SANITIZED)
+#define ZQ_TEST_COUNTS_THREADS 1
+#include <dlfcn.h>
+#include <pthread.h>
+
+namespace {
+std::atomic<int> g_threadsStarted{0};
+} // namespace
+
+extern "C" int pthread_create(pthread_t* thread, const pthread_attr_t* attributes,
+                              void* (*start)(void*), void* argument) noexcept {
+    using Create = int (*)(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*);
+    static const auto real = reinterpret_cast<Create>(dlsym(RTLD_NEXT, "pthread_create"));
+    ++g_threadsStarted;
+    return real(thread, attributes, start, argument);
+}
+#endif
 
 namespace {
 
@@ -105,6 +139,71 @@ std::vector<SFVec3f> Grid(int side, bool coarseToFine) {
                 }
             }
         }
+    }
+    return points;
+}
+
+/// FNV-1a over the edge list in order (each record's end points as vertex indices and the
+/// boundary marks of its four edges), then over every vertex's coordinate bits.
+std::uint64_t Digest(const C2Subdivision& s) {
+    std::uint64_t h = 0xcbf29ce484222325ull;
+    const auto mix = [&h](std::uint64_t v) {
+        for (int k = 0; k < 8; ++k) {
+            h = (h ^ ((v >> (8 * k)) & 0xFF)) * 0x100000001b3ull;
+        }
+    };
+    std::map<const SFVec3f*, std::size_t> index;
+    for (std::size_t v = 0; v < s.GetVertexCount(); ++v) {
+        index.emplace(s.GetVertex(v), v);
+    }
+    for (std::size_t i = 0; i < s.GetEdgeCount(); ++i) {
+        C2QuadEdge& q = *s.GetEdgeAt(i);
+        mix(index.at(q[0].Org()));
+        mix(index.at(q[0].Dest()));
+        for (short k = 0; k < 4; ++k) {
+            mix(q[k].IsBoundaryEdge() ? 1 : 0);
+        }
+    }
+    for (std::size_t v = 0; v < s.GetVertexCount(); ++v) {
+        for (const double c : {s.GetVertex(v)->x, s.GetVertex(v)->y, s.GetVertex(v)->z}) {
+            std::uint64_t bits = 0;
+            std::memcpy(&bits, &c, sizeof bits);
+            mix(bits);
+        }
+    }
+    return h;
+}
+
+/// n samples uniform in [-5, 5) squared from a generator of the test's own (splitmix64), so
+/// that every platform sees the same bits.
+std::vector<SFVec3f> SplitMixSamples(std::size_t n) {
+    std::uint64_t state = 20261123u;
+    const auto next = [&state] {
+        std::uint64_t z = (state += 0x9E3779B97F4A7C15ull);
+        z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9ull;
+        z = (z ^ (z >> 27)) * 0x94D049BB133111EBull;
+        return -5.0 + 10.0 * static_cast<double>((z ^ (z >> 31)) >> 11) * 0x1p-53;
+    };
+    std::vector<SFVec3f> points;
+    for (std::size_t i = 0; i < n; ++i) {
+        const double x = next(), z = next();
+        points.emplace_back(x, double(i), z);
+    }
+    return points;
+}
+
+/// A grid with sites on its edges' lines, near them, and near its vertices: on-edge sites,
+/// near-duplicates that are dropped (closer than 1e-5) and near ones that are kept.
+std::vector<SFVec3f> OnEdgeAndNearDuplicates() {
+    std::vector<SFVec3f> points = Grid(9, false);
+    const std::size_t grid = points.size();
+    for (std::size_t i = 0; i + 1 < grid; i += 3) {
+        const SFVec3f& p = points[i];
+        const SFVec3f& q = points[i + 1];
+        points.emplace_back((p.x + q.x) / 2, 1.0, (p.z + q.z) / 2); // on a grid edge
+        points.emplace_back(p.x + 0.25, 2.0, p.z + 0.25 + 5e-7);    // near a diagonal
+        points.emplace_back(p.x + 4e-6, 3.0, p.z - 3e-6);           // a duplicate
+        points.emplace_back(p.x - 2e-5, 4.0, p.z);                  // kept
     }
     return points;
 }
@@ -270,4 +369,31 @@ TEST(SubdivisionLarge, MoreThan32767SitesAndEdges) {
     EXPECT_EQ(s.NumEdges(), static_cast<short>((3 * n - 6) & 0xFFFF));
     EXPECT_EQ(s.GetTriangles(true).size(), 2 * n - 5);
     EXPECT_EQ(s.GetEdge(100), s.GetEdgeAt(100));
+}
+
+TEST(SubdivisionRecords, SameRecordsAsEver) {
+    // Recorded from the constructor as it first shipped: records, their order, ends and marks,
+    // and the vertices must never change.
+    EXPECT_EQ(Digest(Build(SplitMixSamples(400), 10.0)), 0xB210FBBF7FD40D98ull);
+    EXPECT_EQ(Digest(Build(Grid(20, false), 10.0)), 0x744926CAA8F3327Dull);
+    EXPECT_EQ(Digest(Build(Grid(20, true), 10.0)), 0x658C8151B09807D0ull);
+    const C2Subdivision nearby = Build(OnEdgeAndNearDuplicates(), 10.0);
+    EXPECT_EQ(nearby.GetVertexCount(), 3 + 81 + 27 * 3); // one of four extra sites dropped
+    EXPECT_EQ(Digest(nearby), 0x9B325CEA4CB4895Cull);
+}
+
+TEST(SubdivisionThreads, ConstructorStartsNoThread) {
+#if defined(ZQ_TEST_COUNTS_THREADS)
+    // The count sees a thread that the standard library starts.
+    const int before = g_threadsStarted;
+    std::thread([] {}).join();
+    ASSERT_EQ(g_threadsStarted, before + 1);
+    // Enough records for chunks of a megabyte and more.
+    std::vector<SFVec3f> points = SplitMixSamples(5000);
+    const C2Subdivision s(&points, kA * 10.0, kB * 10.0, kC * 10.0);
+    EXPECT_EQ(s.GetVertexCount(), points.size() + 3);
+    EXPECT_EQ(g_threadsStarted, before + 1);
+#else
+    GTEST_SKIP() << "threads are counted only on glibc without sanitizers";
+#endif
 }

@@ -4,8 +4,11 @@
 #include "delaunay/edgelinks.h"
 #include "delaunay/edgestore.h"
 #include "delaunay/pointer_index.h"
+#include "delaunay/swap_count.h"
+#include "delaunay/walk_mirror.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdint>
 #include <functional>
 
@@ -30,6 +33,9 @@ bool NeedsSwap(const SFVec3f& org, const SFVec3f& apex, const SFVec3f& dest, con
            SFVec2f::InCircle(org.XZ(), apex.XZ(), dest.XZ(), site.XZ());
 }
 
+/// The swaps of every constructor so far.
+std::atomic<std::size_t> g_constructorSwaps{0};
+
 /// True for the unbounded face of the bare enclosing triangle: its three corners (vertices 0,
 /// 1, 2, counter-clockwise) met in clockwise order.
 bool IsOuterFace(const std::array<std::size_t, 3>& t) {
@@ -37,6 +43,18 @@ bool IsOuterFace(const std::array<std::size_t, 3>& t) {
 }
 
 } // namespace
+
+namespace zq::detail {
+
+std::size_t ConstructorSwaps() {
+    return g_constructorSwaps.load(std::memory_order_relaxed);
+}
+
+void CountConstructorSwaps(std::size_t count) {
+    g_constructorSwaps.fetch_add(count, std::memory_order_relaxed);
+}
+
+} // namespace zq::detail
 
 C2Subdivision::C2Subdivision(std::vector<SFVec3f>* points, const SFVec3f& a, const SFVec3f& b,
                              const SFVec3f& c)
@@ -66,10 +84,22 @@ C2Subdivision::C2Subdivision(std::vector<SFVec3f>* points, const SFVec3f& a, con
     // four records and leaves the hole of the one it removes.
     m_vertices.reserve(m_vertices.size() + points->size());
     m_store->Reserve(4 * points->size());
+    zq::detail::WalkMirror walk;
+    walk.Reserve(3 + 4 * points->size());
+    for (C2Edge* e : {ea, eb, ec}) {
+        walk.Add(e->Qedge());
+    }
+    for (C2Edge* e : {ea, eb, ec}) {
+        walk.Refresh(e);
+        walk.Refresh(EdgeLinks::Sym(e));
+    }
+    m_walk = &walk;
     for (const SFVec3f& p : *points) {
         short unused = 0;
         InsertSite(p, unused);
+        walk.Tidy();
     }
+    m_walk = nullptr;
 }
 
 C2Subdivision::C2Subdivision(const C2Subdivision& s)
@@ -176,23 +206,8 @@ void C2Subdivision::DeleteEdgeList() {
 }
 
 C2Edge* C2Subdivision::Locate(const SFVec2f& x) const {
-    C2Edge* e = m_startingEdge;
-    for (int step = 0; step < kMaxLocateSteps; ++step) {
-        if (NearAnEnd(x, e)) {
-            return e;
-        }
-        if (EdgeLinks::RightOf(x, e)) {
-            e = EdgeLinks::Sym(e);
-        } else if (!EdgeLinks::RightOf(x, EdgeLinks::Onext(e))) {
-            e = EdgeLinks::Onext(e);
-        } else if (!EdgeLinks::RightOf(x, EdgeLinks::Dprev(e))) {
-            e = EdgeLinks::Dprev(e);
-        } else {
-            return e;
-        }
-    }
     // A walk that does not end drops the site without a word: callers rely on the silence.
-    return nullptr;
+    return m_walk->Locate(x, m_startingEdge, kMaxLocateSteps, kSameSiteDistance);
 }
 
 void C2Subdivision::InsertSite(const SFVec3f& p, short&) {
@@ -204,6 +219,7 @@ void C2Subdivision::InsertSite(const SFVec3f& p, short&) {
     if (C2Edge::OnEdge(x, e)) {
         // The edge under x goes, leaving a quadrilateral around it.
         e = EdgeLinks::Oprev(e);
+        m_walk->Remove(EdgeLinks::Onext(e)->Qedge());
         C2Edge::DeleteEdge(EdgeLinks::Onext(e), &C2Edge::sfSubdivision);
     }
     ConnectSite(e, NewVertex(p));
@@ -212,27 +228,50 @@ void C2Subdivision::InsertSite(const SFVec3f& p, short&) {
 void C2Subdivision::ConnectSite(C2Edge* e, SFVec3f* site) {
     // New records go to this subdivision, as MakeEdge and Connect would register them.
     C2Edge::sfSubdivision = this;
-    C2Edge* base = m_store->NewEdge();
+    C2Edge* base = NewWalkedEdge();
     EdgeLinks::SetEnds(base, EdgeLinks::Org(e), site);
     EdgeLinks::Splice(base, e);
     m_startingEdge = base;
     do {
-        C2Edge* joined = m_store->NewEdge();
+        C2Edge* joined = NewWalkedEdge();
         EdgeLinks::Connect(joined, e, EdgeLinks::Sym(base));
         base = joined;
         e = EdgeLinks::Oprev(base);
     } while (EdgeLinks::Lnext(e) != m_startingEdge);
+    std::size_t swaps = 0;
     for (;;) {
         const C2Edge* t = EdgeLinks::Oprev(e);
         if (NeedsSwap(*e->Org(), *EdgeLinks::Sym(t)->Org(), *EdgeLinks::Sym(e)->Org(), *site)) {
             EdgeLinks::Swap(e);
             e = EdgeLinks::Oprev(e);
+            ++swaps;
         } else if (EdgeLinks::Onext(e) == m_startingEdge) {
+            RefreshWalk(EdgeLinks::Sym(m_startingEdge));
+            zq::detail::CountConstructorSwaps(swaps);
             return;
         } else {
             e = EdgeLinks::Lprev(EdgeLinks::Onext(e));
         }
     }
+}
+
+C2Edge* C2Subdivision::NewWalkedEdge() {
+    C2Edge* e = m_store->NewEdge();
+    m_walk->Add(e->Qedge());
+    return e;
+}
+
+void C2Subdivision::RefreshWalk(C2Edge* spoke) {
+    // Only the site's triangles changed: the edges around them took new links, the edges out
+    // of their far corners new Onext (those before a spoke) and new Dprev (those on them).
+    C2Edge* s = spoke;
+    do {
+        C2Edge* opposite = EdgeLinks::Lnext(s);
+        for (const C2Edge* e : {s, EdgeLinks::Sym(s), opposite, EdgeLinks::Sym(opposite)}) {
+            m_walk->Refresh(e);
+        }
+        s = EdgeLinks::Onext(s);
+    } while (s != spoke);
 }
 
 SFVec3f C2Subdivision::PointSolutionFor(SFVec2f p, double, double) const {

@@ -6,6 +6,8 @@
 #include "sfvec3f.h"
 #include "vector/planar.h"
 
+#include <cstdint>
+
 namespace zq::detail {
 
 /// Navigation of edges that lie inside a record (index 0..3): pure pointer arithmetic on the
@@ -26,6 +28,12 @@ struct EdgeLinks {
     static C2Edge* Lprev(const C2Edge* e) { return Sym(Onext(e)); }
     static C2Edge* Rnext(const C2Edge* e) { return InvRot(Onext(Rot(e))); }
     static C2Edge* Rprev(const C2Edge* e) { return Onext(Sym(e)); }
+    /// e's position 0..3 in its record.
+    static int Index(const C2Edge* e) { return e->m_index; }
+    /// The walk's line of e's record.
+    static std::uint32_t WalkLine(const C2Edge* e) { return Sibling(e, -e->m_index)->m_walkLine; }
+    /// Sets the walk's line of the record whose edge 0 is e.
+    static void SetWalkLine(C2Edge* e, std::uint32_t line) { e->m_walkLine = line; }
     /// e's origin vertex.
     static SFVec3f* Org(const C2Edge* e) { return e->m_data; }
     /// e's destination vertex.

@@ -3,7 +3,6 @@
 #define ZQMATH_PREFAULT_H
 
 #include <cstddef>
-#include <future>
 
 namespace zq::detail {
 
@@ -16,12 +15,6 @@ void Prefault(void* begin, std::size_t bytes);
 /// gigabyte or more: one page fault and one translation entry then serve 2 MB instead of
 /// 4 KB, and freeing the range costs a fraction. The contents stay as they are.
 void AdviseLargePages(void* begin, std::size_t bytes);
-
-/// Prefault on another thread, for memory that this one is about to write from its start:
-/// the mapping keeps ahead of the writes. Wait for the result before the memory is freed. The
-/// result is empty where Prefault does nothing (no thread is started) and where no thread
-/// can be started (Prefault then runs here).
-std::future<void> PrefaultInBackground(void* begin, std::size_t bytes);
 
 } // namespace zq::detail
 

@@ -5,8 +5,6 @@
 #include "frame_internal.h"
 
 #include <cstdint>
-#include <future>
-#include <system_error>
 
 #if !defined(_WIN32)
 #include <ctime>
@@ -31,9 +29,6 @@
 namespace {
 
 bool g_failExtensionInit = false;
-
-/// Whether Prefault maps anything here: elsewhere it does nothing, and nothing is worth a thread.
-constexpr bool kPrefaultMaps = ZQMATH_PREFAULT_MAPS != 0;
 
 } // namespace
 
@@ -69,18 +64,6 @@ void AdviseLargePages([[maybe_unused]] void* begin, [[maybe_unused]] std::size_t
     const auto end = (reinterpret_cast<std::uintptr_t>(begin) + bytes) & ~(large - 1);
     madvise(reinterpret_cast<void*>(first), end - first, MADV_HUGEPAGE);
 #endif
-}
-
-std::future<void> PrefaultInBackground(void* begin, std::size_t bytes) {
-    if (!kPrefaultMaps) {
-        return {};
-    }
-    try {
-        return std::async(std::launch::async, Prefault, begin, bytes);
-    } catch (const std::system_error&) {
-        Prefault(begin, bytes);
-        return {};
-    }
 }
 
 } // namespace zq::detail

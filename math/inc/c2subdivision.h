@@ -17,6 +17,7 @@
 
 namespace zq::detail {
 class QuadEdgeAssembly;
+class WalkMirror;
 } // namespace zq::detail
 
 /// How C2Subdivision::Build runs: the options of the flat triangulation it starts from.
@@ -34,9 +35,8 @@ struct C2SubdivisionBuild;
 /// GetEdgeAt (the same list, by std::size_t), GetVertexCount and GetVertex (the corners a, b,
 /// c at 0, 1, 2, then every inserted sample in insertion order) and GetTriangles.
 ///
-/// Records come from chunks of memory. On Linux, from about 8,000 records on, a short-lived
-/// thread maps the pages of each new chunk while the calling thread builds records in it; the
-/// records themselves are only ever touched by the calling thread.
+/// The constructor and every member but Build run on the calling thread alone: they start no
+/// thread.
 class ZQMATH_API C2Subdivision {
 public:
     /// Builds the triangle a, b, c (counter-clockwise in x-z, enclosing every sample; taken
@@ -106,6 +106,10 @@ private:
     /// starting edge, then swaps each edge whose apex is right of it and whose circle holds
     /// the site.
     void ConnectSite(C2Edge* e, SFVec3f* site);
+    /// Edge 0 of a new record, given its place in the walk's copy.
+    C2Edge* NewWalkedEdge();
+    /// Brings the walk's copy up to date around the site whose edge spoke leaves it.
+    void RefreshWalk(C2Edge* spoke);
     /// The first sample no shorter than (p.x, 0, p.y), or the zero vector when there is none;
     /// the two doubles are not used. Nothing calls it.
     SFVec3f PointSolutionFor(SFVec2f p, double, double) const;
@@ -116,6 +120,8 @@ private:
     SFVec3f m_cornerB;
     SFVec3f m_cornerC;
     std::vector<SFVec3f*> m_vertices;
+    /// What Locate walks over while the constructor inserts; null otherwise.
+    zq::detail::WalkMirror* m_walk = nullptr;
 };
 
 /// What C2Subdivision::Build made, with the fate of every sample.

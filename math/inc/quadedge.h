@@ -27,7 +27,7 @@ public:
     /// Counts 0, not boundary, index -1, no link, no vertex, planar point (0, 0). Inline: large
     /// builds make millions of records.
     constexpr C2Edge()
-        : m_refCount(0), m_mark(0), m_boundary(false), m_index(-1), m_next(nullptr),
+        : m_refCount(0), m_mark(0), m_boundary(false), m_index(-1), m_walkLine(0), m_next(nullptr),
           m_data(nullptr), m_planar(0.0, 0.0) {}
     /// Copies every field, link and index included.
     C2Edge(const C2Edge& e);
@@ -108,6 +108,9 @@ private:
     std::uint16_t m_mark;
     bool m_boundary;
     std::int32_t m_index;
+    /// Where the constructor's walk keeps a copy of this record's primal edges (edge 0 only);
+    /// it sits in room the alignment of m_next leaves.
+    std::uint32_t m_walkLine;
     C2Edge* m_next;
     SFVec3f* m_data;
     SFVec2f m_planar;
