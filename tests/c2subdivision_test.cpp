@@ -1,6 +1,7 @@
 // The Delaunay subdivision: counts, exact record order, an independent empty-circumcircle
 // oracle, vertex bookkeeping, shallow copies and large inputs.
 #include "c2subdivision.h"
+#include "c2triangulation.h"
 
 #include <gtest/gtest.h>
 
@@ -382,7 +383,7 @@ TEST(SubdivisionRecords, SameRecordsAsEver) {
     EXPECT_EQ(Digest(nearby), 0x9B325CEA4CB4895Cull);
 }
 
-TEST(SubdivisionThreads, ConstructorStartsNoThread) {
+TEST(SubdivisionThreads, NoThreadStartsUnlessAsked) {
 #if defined(ZQ_TEST_COUNTS_THREADS)
     // The count sees a thread that the standard library starts.
     const int before = g_threadsStarted;
@@ -393,6 +394,14 @@ TEST(SubdivisionThreads, ConstructorStartsNoThread) {
     const C2Subdivision s(&points, kA * 10.0, kB * 10.0, kC * 10.0);
     EXPECT_EQ(s.GetVertexCount(), points.size() + 3);
     EXPECT_EQ(g_threadsStarted, before + 1);
+    // Build and the flat triangulation stay on the caller's thread unless asked for more.
+    EXPECT_EQ(C2Subdivision::Build(points, {}).kept, points.size());
+    EXPECT_EQ(C2Triangulation(points).GetKept(), points.size());
+    EXPECT_EQ(g_threadsStarted, before + 1);
+    C2SubdivisionOptions two;
+    two.threads = 2;
+    EXPECT_EQ(C2Subdivision::Build(points, two).kept, points.size());
+    EXPECT_GT(g_threadsStarted, before + 1);
 #else
     GTEST_SKIP() << "threads are counted only on glibc without sanitizers";
 #endif
