@@ -1,0 +1,215 @@
+// heightmap_mesher.cpp: the insertion loop, each triangle's worst pixel kept by triangle index.
+#include "heightmap_mesher.h"
+
+#include "candidate_queue.h"
+#include "triangle_scan.h"
+
+#include <c2triangulation.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace zq::tool {
+namespace {
+
+/// Half the side of the enclosing triangle: so far out that the circle through a side of the
+/// raster and a corner bulges into the raster by less than a pixel, so that every triangle
+/// over the raster is made of pixels.
+constexpr float kFar = 1099511627776.0f; // 2^40
+
+SFVec3f Site(const Raster& raster, std::uint32_t pixel) {
+    return SFVec3f(static_cast<float>(pixel % raster.width), 0.0f,
+                   static_cast<float>(pixel / raster.width));
+}
+
+/// The mesh of a raster at least 2 x 2 and what each triangle still misses.
+class GreedyInsertion {
+public:
+    GreedyInsertion(const Raster& raster, const MeshLimits& limits)
+        : m_raster(raster), m_limits(limits),
+          m_threshold(limits.error * static_cast<double>(raster.maximum)),
+          m_triangulation(std::array<SFVec3f, 3>{
+              SFVec3f(-kFar, 0, -kFar), SFVec3f(3 * kFar, 0, -kFar), SFVec3f(-kFar, 0, 3 * kFar)}) {
+    }
+
+    /// Inserts the corner pixels, then the worst pixel while one is beyond the error.
+    void Run() {
+        const std::uint32_t right = static_cast<std::uint32_t>(m_raster.width - 1);
+        const std::uint32_t bottom = static_cast<std::uint32_t>(m_raster.pixels.size() - 1);
+        for (std::uint32_t pixel : {0u, right, bottom - right, bottom}) {
+            m_triangulation.Insert(Site(m_raster, pixel), pixel);
+        }
+        for (std::uint32_t t = 0; t < m_triangulation.GetTriangleCount(); ++t) {
+            Rescan(t);
+        }
+        std::vector<std::uint32_t> made;
+        while (!m_queue.Empty() && m_triangles + 2 <= m_limits.triangles &&
+               m_triangulation.GetKept() < m_limits.vertices) {
+            const std::uint32_t pixel = m_candidate[m_queue.Top()];
+            made.clear();
+            if (m_triangulation.Insert(Site(m_raster, pixel), pixel, &made) ==
+                C2Triangulation::kNone) {
+                throw std::logic_error("greedy insertion: a pixel was refused");
+            }
+            for (std::uint32_t t : made) {
+                Rescan(t);
+            }
+        }
+    }
+
+    /// The largest error of any triangle, in raster units: the triangles whose rounded error
+    /// is the largest are scanned again for the exact value.
+    double LargestError() const {
+        const float largest = *std::max_element(m_error.begin(), m_error.end());
+        double exact = 0.0;
+        for (std::uint32_t t = 0; t < m_error.size(); ++t) {
+            if (m_error[t] == largest) {
+                exact = std::max(exact, Scan(t).error);
+            }
+        }
+        return exact;
+    }
+
+    C2Triangulation& Triangulation() { return m_triangulation; }
+
+private:
+    Candidate Scan(std::uint32_t t) const {
+        const std::array<std::uint32_t, 3> v = m_triangulation.GetTriangle(t);
+        return ScanTriangle(m_raster,
+                            {m_triangulation.GetSample(v[0]), m_triangulation.GetSample(v[1]),
+                             m_triangulation.GetSample(v[2])});
+    }
+
+    /// Brings triangle t's worst pixel and its place in the queue up to date.
+    void Rescan(std::uint32_t t) {
+        if (t >= m_error.size()) {
+            m_error.resize(t + std::size_t{1}, kOutside);
+            m_candidate.resize(t + std::size_t{1});
+        }
+        const bool counted = m_error[t] != kOutside;
+        if (m_triangulation.HasCorner(t)) {
+            m_triangles -= counted;
+            m_error[t] = kOutside;
+            m_queue.Remove(t);
+            return;
+        }
+        m_triangles += !counted;
+        const Candidate worst = Scan(t);
+        m_error[t] = static_cast<float>(worst.error);
+        m_candidate[t] = worst.pixel;
+        if (worst.error > m_threshold) {
+            m_queue.Set(t, m_error[t]);
+        } else {
+            m_queue.Remove(t);
+        }
+    }
+
+    /// The error of a triangle with a corner of the enclosing triangle, outside the raster.
+    static constexpr float kOutside = -1.0f;
+
+    const Raster& m_raster;
+    MeshLimits m_limits;
+    double m_threshold;
+    C2Triangulation m_triangulation;
+    /// Per triangle: the error of its worst pixel (rounded), and that pixel.
+    std::vector<float> m_error;
+    std::vector<std::uint32_t> m_candidate;
+    CandidateQueue m_queue;
+    /// Triangles without a corner.
+    std::size_t m_triangles = 0;
+};
+
+/// The raster with a one-pixel side doubled: [a b c] becomes [a b c; a b c].
+Raster Widened(const Raster& raster) {
+    Raster wide;
+    wide.maximum = raster.maximum;
+    wide.width = std::max<std::size_t>(raster.width, 2);
+    wide.height = std::max<std::size_t>(raster.height, 2);
+    wide.pixels.resize(wide.width * wide.height);
+    for (std::size_t y = 0; y < wide.height; ++y) {
+        for (std::size_t x = 0; x < wide.width; ++x) {
+            wide.pixels[y * wide.width + x] =
+                raster.At(std::min(x, raster.width - 1), std::min(y, raster.height - 1));
+        }
+    }
+    return wide;
+}
+
+/// How far along the raster's border, clockwise from the top left corner, the point (x, z)
+/// on it lies.
+double BorderPosition(const SFVec3f& p, const Raster& raster) {
+    const double right = static_cast<double>(raster.width - 1);
+    const double bottom = static_cast<double>(raster.height - 1);
+    if (p.z == 0.0f) {
+        return p.x;
+    }
+    if (p.x == right) {
+        return right + p.z;
+    }
+    if (p.z == bottom) {
+        return 2 * right + bottom - p.x;
+    }
+    return 2 * (right + bottom) - p.z;
+}
+
+/// The vertices on the raster's border, in order around it.
+std::vector<std::uint32_t> Outline(const Mesh& mesh, const Raster& raster) {
+    const float right = static_cast<float>(raster.width - 1);
+    const float bottom = static_cast<float>(raster.height - 1);
+    std::vector<std::pair<double, std::uint32_t>> border;
+    for (std::uint32_t v = 0; v < mesh.vertices.size(); ++v) {
+        const SFVec3f& p = mesh.vertices[v];
+        if (p.x == 0.0f || p.z == 0.0f || p.x == right || p.z == bottom) {
+            border.emplace_back(BorderPosition(p, raster), v);
+        }
+    }
+    std::sort(border.begin(), border.end());
+    std::vector<std::uint32_t> outline;
+    for (const auto& b : border) {
+        outline.push_back(b.second);
+    }
+    return outline;
+}
+
+/// The vertices, triangles (turned to face +y) and outline of the triangulation.
+HeightmapMesh MakeHeightmapMesh(const C2Triangulation& triangulation, const Raster& raster) {
+    constexpr std::uint32_t kCorners = 3;
+    HeightmapMesh result;
+    Mesh& mesh = result.mesh;
+    mesh.vertices.reserve(triangulation.GetVertexCount() - kCorners);
+    for (std::uint32_t v = kCorners; v < triangulation.GetVertexCount(); ++v) {
+        const std::uint32_t pixel = triangulation.GetSample(v);
+        const SFVec3f site = Site(raster, pixel);
+        mesh.vertices.emplace_back(site.x, static_cast<float>(raster.pixels[pixel]), site.z);
+    }
+    mesh.triangles.reserve(2 * mesh.vertices.size());
+    for (std::uint32_t t = 0; t < triangulation.GetTriangleCount(); ++t) {
+        if (!triangulation.HasCorner(t)) {
+            const std::array<std::uint32_t, 3> v = triangulation.GetTriangle(t);
+            // Counter-clockwise in (x, z) is clockwise seen from +y.
+            mesh.triangles.push_back({v[0] - kCorners, v[2] - kCorners, v[1] - kCorners});
+        }
+    }
+    result.outline = Outline(mesh, raster);
+    return result;
+}
+
+} // namespace
+
+HeightmapMesh MeshHeightmap(const Raster& raster, const MeshLimits& limits) {
+    const bool strip = raster.width < 2 || raster.height < 2;
+    const Raster wide = strip ? Widened(raster) : Raster();
+    const Raster& map = strip ? wide : raster;
+    double largest = 0.0;
+    C2Triangulation triangulation = [&] {
+        GreedyInsertion insertion(map, limits);
+        insertion.Run();
+        largest = insertion.LargestError();
+        return std::move(insertion.Triangulation());
+    }();
+    HeightmapMesh result = MakeHeightmapMesh(triangulation, map);
+    result.largestError = largest / static_cast<double>(map.maximum);
+    return result;
+}
+
+} // namespace zq::tool
