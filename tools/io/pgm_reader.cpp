@@ -44,6 +44,7 @@ public:
         if (m_at == m_size || !IsBlank(m_data[m_at])) {
             Fail("no blank after the maximum value");
         }
+        m_line += m_data[m_at] == '\n';
         ++m_at;
     }
 
