@@ -7,7 +7,8 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
     try {
-        const zq::tool::Raster r = zq::tool::ReadPng("fuzz.png", data, size);
+        const zq::tool::Raster r =
+            zq::tool::ReadPng("fuzz.png", zq::tool::MemorySource(data, size), size);
         if (r.pixels.size() != r.width * r.height || r.maximum != 65535) {
             std::abort();
         }

@@ -86,7 +86,7 @@ std::vector<unsigned char> MakePng(std::uint32_t format, int width, int height,
 
 std::string PngError(const std::vector<unsigned char>& bytes) {
     try {
-        ReadPng("map.png", bytes.data(), bytes.size());
+        ReadPng("map.png", MemorySource(bytes.data(), bytes.size()), bytes.size());
     } catch (const ToolError& e) {
         EXPECT_EQ(e.Status(), kStatusBadInput);
         return e.what();
@@ -98,7 +98,7 @@ TEST(PngReader, GrayOfEightAndSixteenBitsAndBadFiles) {
     const std::uint8_t gray8[6] = {0, 1, 128, 200, 254, 255};
     const std::vector<unsigned char> png8 = MakePng(PNG_FORMAT_GRAY, 3, 2, gray8);
     ASSERT_TRUE(LooksLikePng(png8.data(), png8.size()));
-    const Raster r8 = ReadPng("map.png", png8.data(), png8.size());
+    const Raster r8 = ReadPng("map.png", MemorySource(png8.data(), png8.size()), png8.size());
     EXPECT_EQ(r8.width, 3u);
     EXPECT_EQ(r8.height, 2u);
     EXPECT_EQ(r8.maximum, 65535u);
@@ -107,7 +107,7 @@ TEST(PngReader, GrayOfEightAndSixteenBitsAndBadFiles) {
 
     const std::uint16_t gray16[4] = {0, 0x0102, 0xfffe, 65535};
     const std::vector<unsigned char> png16 = MakePng(PNG_FORMAT_LINEAR_Y, 2, 2, gray16);
-    EXPECT_EQ(ReadPng("map.png", png16.data(), png16.size()).pixels,
+    EXPECT_EQ(ReadPng("map.png", MemorySource(png16.data(), png16.size()), png16.size()).pixels,
               (std::vector<std::uint16_t>{0, 0x0102, 0xfffe, 65535}));
 
     const std::uint8_t rgb[6] = {1, 2, 3, 4, 5, 6};
@@ -124,7 +124,7 @@ TEST(PngReader, GrayOfEightAndSixteenBitsAndBadFiles) {
 TEST(PngReader, ThisBuildSaysItCannotReadPng) {
     const unsigned char bytes[8] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
     try {
-        ReadPng("map.png", bytes, 8);
+        ReadPng("map.png", MemorySource(bytes, 8), 8);
         FAIL();
     } catch (const ToolError& e) {
         EXPECT_NE(std::string(e.what()).find("map.png: this build of zqmath cannot read PNG"),

@@ -3,6 +3,7 @@
 
 #include "../tool_error.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 
@@ -24,6 +25,15 @@ bool LooksLikePng(const unsigned char* data, std::size_t size) {
     return size >= 8 && std::memcmp(data, kSignature, 8) == 0;
 }
 
+ByteSource MemorySource(const unsigned char* data, std::size_t size) {
+    return [data, size, at = std::size_t{0}](unsigned char* out, std::size_t count) mutable {
+        const std::size_t n = std::min(count, size - at);
+        std::memcpy(out, data + at, n);
+        at += n;
+        return n;
+    };
+}
+
 #ifdef ZQMATH_TOOL_PNG
 
 namespace {
@@ -32,21 +42,17 @@ namespace {
 /// size can hold is cut short, and is rejected before any memory is taken for it.
 constexpr std::size_t kMaxInflation = 1032;
 
-/// The state libpng's callbacks share: the bytes still to read and the first error.
+/// The state libpng's callbacks share: the bytes to read and the first error.
 struct PngSource {
-    const unsigned char* data;
-    std::size_t size;
-    std::size_t at;
+    const ByteSource* bytes;
     char error[160];
 };
 
 void ReadBytes(png_structp png, png_bytep out, png_size_t count) {
     auto* source = static_cast<PngSource*>(png_get_io_ptr(png));
-    if (source->size - source->at < count) {
+    if ((*source->bytes)(out, count) != count) {
         png_error(png, "the file is truncated");
     }
-    std::memcpy(out, source->data + source->at, count);
-    source->at += count;
 }
 
 void KeepError(png_structp png, png_const_charp message) {
@@ -136,8 +142,8 @@ void ToHostOrder(std::vector<std::uint16_t>& pixels) {
 
 } // namespace
 
-Raster ReadPng(const std::string& name, const unsigned char* data, std::size_t size) {
-    PngSource source{data, size, 0, "out of memory"};
+Raster ReadPng(const std::string& name, const ByteSource& bytes, std::uint64_t size) {
+    PngSource source{&bytes, "out of memory"};
     PngReadStruct read(source);
     Raster raster;
     if (!read.Ready() || !ReadHeader(read, source, raster)) {
@@ -159,7 +165,7 @@ Raster ReadPng(const std::string& name, const unsigned char* data, std::size_t s
 
 #else
 
-Raster ReadPng(const std::string& name, const unsigned char*, std::size_t) {
+Raster ReadPng(const std::string& name, const ByteSource&, std::uint64_t) {
     Fail(name, "this build of zqmath cannot read PNG (it was built without libpng); "
                "convert the image to PGM");
 }

@@ -16,6 +16,7 @@
 #include <cerrno>
 #include <chrono>
 #include <cstring>
+#include <filesystem>
 #include <functional>
 #include <memory>
 
@@ -61,32 +62,48 @@ double Seconds(Clock::duration d) {
     return std::chrono::duration<double>(d).count();
 }
 
-/// The whole file, or a failure naming it.
-std::vector<unsigned char> ReadFile(const std::string& path) {
-    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"),
-                                                         &std::fclose);
-    if (!file) {
-        throw ToolError(kStatusBadInput,
-                        "zqmath: cannot read '" + path + "': " + std::strerror(errno));
-    }
+using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
+
+[[noreturn]] void CannotRead(const std::string& path, const char* why) {
+    throw ToolError(kStatusBadInput, "zqmath: cannot read '" + path + "': " + why);
+}
+
+/// The rest of the file.
+std::vector<unsigned char> ReadAll(std::FILE* file) {
     std::vector<unsigned char> bytes;
     unsigned char block[65536];
     std::size_t got = 0;
-    while ((got = std::fread(block, 1, sizeof block, file.get())) > 0) {
+    while ((got = std::fread(block, 1, sizeof block, file)) > 0) {
         bytes.insert(bytes.end(), block, block + got);
-    }
-    if (std::ferror(file.get())) {
-        throw ToolError(kStatusBadInput, "zqmath: cannot read '" + path + "'");
     }
     return bytes;
 }
 
+/// A PNG is decoded as it is read, so that its bytes and its pixels are never held together;
+/// a PGM is read whole.
 Raster ReadHeightmap(const std::string& path) {
-    const std::vector<unsigned char> bytes = ReadFile(path);
-    if (LooksLikePng(bytes.data(), bytes.size())) {
-        return ReadPng(path, bytes.data(), bytes.size());
+    const File file(std::fopen(path.c_str(), "rb"), &std::fclose);
+    if (!file) {
+        CannotRead(path, std::strerror(errno));
     }
-    if (LooksLikePgm(bytes.data(), bytes.size())) {
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    unsigned char start[8] = {};
+    const std::size_t got = std::fread(start, 1, sizeof start, file.get());
+    std::rewind(file.get());
+    if (LooksLikePng(start, got)) {
+        return ReadPng(
+            path,
+            [&](unsigned char* out, std::size_t count) {
+                return std::fread(out, 1, count, file.get());
+            },
+            error ? 0 : size);
+    }
+    if (LooksLikePgm(start, got)) {
+        const std::vector<unsigned char> bytes = ReadAll(file.get());
+        if (std::ferror(file.get())) {
+            CannotRead(path, "read error");
+        }
         return ReadPgm(path, bytes.data(), bytes.size());
     }
     throw ToolError(kStatusBadInput, path + ": not a PNG or PGM heightmap");
