@@ -17,6 +17,9 @@ namespace {
 /// over the raster is made of pixels.
 constexpr float kFar = 1099511627776.0f; // 2^40
 
+/// Vertices 0, 1 and 2 are the enclosing triangle's corners.
+constexpr std::uint32_t kCorners = 3;
+
 SFVec3f Site(const Raster& raster, std::uint32_t pixel) {
     return SFVec3f(static_cast<float>(pixel % raster.width), 0.0f,
                    static_cast<float>(pixel / raster.width));
@@ -51,6 +54,9 @@ public:
                 C2Triangulation::kNone) {
                 throw std::logic_error("greedy insertion: a pixel was refused");
             }
+            // A triangle rewritten more than once is listed each time.
+            std::sort(made.begin(), made.end());
+            made.erase(std::unique(made.begin(), made.end()), made.end());
             for (std::uint32_t t : made) {
                 Rescan(t);
             }
@@ -171,27 +177,29 @@ std::vector<std::uint32_t> Outline(const Mesh& mesh, const Raster& raster) {
     return outline;
 }
 
-/// The vertices, triangles (turned to face +y) and outline of the triangulation.
-HeightmapMesh MakeHeightmapMesh(const C2Triangulation& triangulation, const Raster& raster) {
-    constexpr std::uint32_t kCorners = 3;
-    HeightmapMesh result;
-    Mesh& mesh = result.mesh;
-    mesh.vertices.reserve(triangulation.GetVertexCount() - kCorners);
-    for (std::uint32_t v = kCorners; v < triangulation.GetVertexCount(); ++v) {
-        const std::uint32_t pixel = triangulation.GetSample(v);
-        const SFVec3f site = Site(raster, pixel);
-        mesh.vertices.emplace_back(site.x, static_cast<float>(raster.pixels[pixel]), site.z);
-    }
-    mesh.triangles.reserve(2 * mesh.vertices.size());
+/// The triangles without a corner, as vertex numbers without the corners, turned to face +y.
+std::vector<Triangle> FacingUp(const C2Triangulation& triangulation) {
+    std::vector<Triangle> triangles;
+    triangles.reserve(2 * triangulation.GetKept());
     for (std::uint32_t t = 0; t < triangulation.GetTriangleCount(); ++t) {
         if (!triangulation.HasCorner(t)) {
             const std::array<std::uint32_t, 3> v = triangulation.GetTriangle(t);
             // Counter-clockwise in (x, z) is clockwise seen from +y.
-            mesh.triangles.push_back({v[0] - kCorners, v[2] - kCorners, v[1] - kCorners});
+            triangles.push_back({v[0] - kCorners, v[2] - kCorners, v[1] - kCorners});
         }
     }
-    result.outline = Outline(mesh, raster);
-    return result;
+    return triangles;
+}
+
+/// The vertices of the pixels, with their values as heights.
+std::vector<SFVec3f> Vertices(const std::vector<std::uint32_t>& pixels, const Raster& raster) {
+    std::vector<SFVec3f> vertices;
+    vertices.reserve(pixels.size());
+    for (std::uint32_t pixel : pixels) {
+        const SFVec3f site = Site(raster, pixel);
+        vertices.emplace_back(site.x, raster.pixels[pixel], site.z);
+    }
+    return vertices;
 }
 
 } // namespace
@@ -200,15 +208,23 @@ HeightmapMesh MeshHeightmap(const Raster& raster, const MeshLimits& limits) {
     const bool strip = raster.width < 2 || raster.height < 2;
     const Raster wide = strip ? Widened(raster) : Raster();
     const Raster& map = strip ? wide : raster;
-    double largest = 0.0;
-    C2Triangulation triangulation = [&] {
-        GreedyInsertion insertion(map, limits);
-        insertion.Run();
-        largest = insertion.LargestError();
-        return std::move(insertion.Triangulation());
-    }();
-    HeightmapMesh result = MakeHeightmapMesh(triangulation, map);
-    result.largestError = largest / static_cast<double>(map.maximum);
+    HeightmapMesh result;
+    std::vector<std::uint32_t> pixels;
+    {
+        // The queue's arrays go before the mesh is made, the triangulation before its
+        // vertices are: the largest of these never share the memory.
+        C2Triangulation triangulation = [&] {
+            GreedyInsertion insertion(map, limits);
+            insertion.Run();
+            result.largestError = insertion.LargestError() / map.maximum;
+            return std::move(insertion.Triangulation());
+        }();
+        result.mesh.triangles = FacingUp(triangulation);
+        pixels.assign(triangulation.GetSamples() + kCorners,
+                      triangulation.GetSamples() + triangulation.GetVertexCount());
+    }
+    result.mesh.vertices = Vertices(pixels, map);
+    result.outline = Outline(result.mesh, map);
     return result;
 }
 
