@@ -3,6 +3,7 @@
 // through the constructor and through Build.
 #include "bench_data.h"
 #include "c2subdivision.h"
+#include "c2triangulation.h"
 
 #include <benchmark/benchmark.h>
 
@@ -33,8 +34,9 @@ Samples Grid(std::size_t n, bool coarseToFine) {
     return points;
 }
 
-/// The constructor, in a triangle well around the samples, or Build, which derives its own.
-enum class Way { kConstructor, kBuild };
+/// The constructor, in a triangle well around the samples; Build on one thread or two, which
+/// derives its own; or the flat triangulation alone.
+enum class Way { kConstructor, kBuild, kBuildTwoThreads, kFlat };
 
 /// Triangulates points one way, once per iteration.
 void Triangulate(benchmark::State& state, Samples points, Way way) {
@@ -44,9 +46,14 @@ void Triangulate(benchmark::State& state, Samples points, Way way) {
     }
     const SFVec3f a(-4 * width, 0, -4 * width), b(6 * width, 0, -4 * width);
     const SFVec3f c(width / 2, 0, 6 * width);
+    C2TriangulationOptions options;
+    options.threads = way == Way::kBuildTwoThreads ? 2 : 1;
     for (auto _ : state) {
-        if (way == Way::kBuild) {
-            benchmark::DoNotOptimize(C2Subdivision::Build(points, {}).subdivision.GetEdgeCount());
+        if (way == Way::kFlat) {
+            benchmark::DoNotOptimize(C2Triangulation(points, options).GetTriangleCount());
+        } else if (way != Way::kConstructor) {
+            benchmark::DoNotOptimize(
+                C2Subdivision::Build(points, options).subdivision.GetEdgeCount());
         } else {
             C2Subdivision s(&points, a, b, c);
             benchmark::DoNotOptimize(s.GetEdgeCount());
@@ -69,8 +76,8 @@ void InputOrder(benchmark::State& state) {
     Triangulate(state, bench::UniformSamples(bench::kSiteCount), Way::kConstructor);
 }
 
-void AnyOrder(benchmark::State& state, std::size_t n) {
-    Triangulate(state, bench::UniformSamples(n), Way::kBuild);
+void AnyOrder(benchmark::State& state, std::size_t n, Way way) {
+    Triangulate(state, bench::UniformSamples(n), way);
 }
 
 void GridRasterOrder(benchmark::State& state) {
@@ -85,12 +92,17 @@ void BuildUniform(benchmark::State& state) {
     Triangulate(state, bench::UniformSamples(Count(state)), Way::kBuild);
 }
 
+void FlatUniform(benchmark::State& state) {
+    Triangulate(state, bench::UniformSamples(Count(state)), Way::kFlat);
+}
+
 void BuildGridRaster(benchmark::State& state) {
     Triangulate(state, Grid(Count(state), false), Way::kBuild);
 }
 
 } // namespace
 
+BENCHMARK(FlatUniform)->RangeMultiplier(10)->Range(100000, 10000000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BuildUniform)
     ->RangeMultiplier(10)
     ->Range(100000, 10000000)
@@ -113,11 +125,17 @@ BENCHMARK(GridCoarseToFine)
     ->Unit(benchmark::kMillisecond);
 
 BENCHMARK(InputOrder)->Name("Delaunay_100k_input_order/zqmath")->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(AnyOrder, 100k, bench::kSiteCount)
+BENCHMARK_CAPTURE(AnyOrder, 100k, bench::kSiteCount, Way::kFlat)
     ->Name("Delaunay_100k_any_order/zqmath")
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(AnyOrder, 1M, bench::kLargeSiteCount)
+BENCHMARK_CAPTURE(AnyOrder, 1M, bench::kLargeSiteCount, Way::kFlat)
     ->Name("Delaunay_1M_any_order/zqmath")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(AnyOrder, 1M_records, bench::kLargeSiteCount, Way::kBuild)
+    ->Name("Delaunay_1M_with_records/zqmath")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(AnyOrder, 1M_records_2t, bench::kLargeSiteCount, Way::kBuildTwoThreads)
+    ->Name("Delaunay_1M_with_records/zqmath_2_threads")
     ->Unit(benchmark::kMillisecond);
 
 BENCHMARK_MAIN();

@@ -54,5 +54,9 @@ BENCHMARK_CAPTURE(Range, 100k, bench::kSiteCount)
 BENCHMARK_CAPTURE(Range, 1M, bench::kLargeSiteCount)
     ->Name("Delaunay_1M_any_order/cgal")
     ->Unit(benchmark::kMillisecond);
+// The same work again, beside zqmath's build with quad-edge records.
+BENCHMARK_CAPTURE(Range, 1M_records, bench::kLargeSiteCount)
+    ->Name("Delaunay_1M_with_records/cgal")
+    ->Unit(benchmark::kMillisecond);
 
 BENCHMARK_MAIN();

@@ -163,12 +163,13 @@ int ExpectWellFormed(const C2Subdivision& s) {
 
 TEST(SubdivisionBuild, SameTrianglesAsTheConstructorInGeneralPosition) {
     const SFVec3f a(-600, 0, -600), b(600, 0, -600), c(0, 0, 600);
-    // The larger input links its records on two threads.
+    // The larger input, asked for two threads, makes and links its records on both.
     for (auto [n, seed] : {std::pair{500u, 1u}, std::pair{6000u, 2u}}) {
         Samples points = Random(n, seed);
         const C2Subdivision original(&points, a, b, c);
         C2SubdivisionOptions options;
         options.corners = std::array<SFVec3f, 3>{a, b, c};
+        options.threads = n > 4096 ? 2 : 1;
         const C2SubdivisionBuild built = C2Subdivision::Build(points, options);
         ExpectAllKept(built, points);
         EXPECT_EQ(AsSets(built.subdivision.GetTriangles(true)),
@@ -217,8 +218,12 @@ TEST(SubdivisionBuild, DegenerateInputsAreExactlyDelaunay) {
         inputs[4].emplace_back(i % 8, i, i / 8);
         inputs[4].emplace_back(i * 0.25, -i, i * 0.25 + 0.5);
     }
-    // The finest step of each input's sites and of its derived triangle's corners.
+    // The finest step of each input's sites; the corners are whole numbers, near enough for
+    // the oracle's integer arithmetic.
     const double units[] = {2, 2, 1, 16, 8};
+    C2SubdivisionOptions options;
+    options.corners =
+        std::array<SFVec3f, 3>{SFVec3f(-300, 0, -300), SFVec3f(300, 0, -300), SFVec3f(0, 0, 300)};
     for (std::size_t k = 0; k < inputs.size(); ++k) {
         SCOPED_TRACE(k);
         // The lattice inputs may repeat a site: keep one of each, first come.
@@ -229,7 +234,7 @@ TEST(SubdivisionBuild, DegenerateInputsAreExactlyDelaunay) {
                 unique.push_back(p);
             }
         }
-        const C2SubdivisionBuild built = C2Subdivision::Build(unique, {});
+        const C2SubdivisionBuild built = C2Subdivision::Build(unique, options);
         ExpectAllKept(built, unique);
         ExpectExactDelaunay(built.subdivision, units[k]);
     }

@@ -3,6 +3,7 @@
 #include "delaunay/flat_triangulation.h"
 
 #include "frame/prefault.h"
+#include "sfvec2f.h"
 
 #include <utility>
 
@@ -11,17 +12,50 @@ namespace zq::detail {
 FlatTriangulation::FlatTriangulation(std::vector<Site> sites, double shortEdge)
     : m_sites(std::move(sites)), m_shortEdgeSquared(shortEdge * shortEdge) {
     const std::size_t halfEdges = HalfEdgesFor(m_sites.size() - 3);
-    m_origin.reserve(halfEdges);
-    m_twin.reserve(halfEdges);
+    m_origin.resize(halfEdges);
+    m_twin.resize(halfEdges);
     // Filled as the sites go in: mapped now in one call, the pages do not fault one by one.
     Prefault(m_origin.data(), halfEdges * sizeof(Index));
     Prefault(m_twin.data(), halfEdges * sizeof(Index));
     AddTriangle(0, 1, 2);
+    Link(0, kNone);
+    Link(1, kNone);
+    Link(2, kNone);
 }
 
 std::uint32_t FlatTriangulation::Insert(std::uint32_t v) {
-    const Site& site = m_sites[v];
+    const Located at = Locate(m_sites[v]);
+    const Index same = SameSite(at, m_sites[v]);
+    if (same != kNone) {
+        return same;
+    }
+    InsertAt(v, at);
+    return v;
+}
+
+std::uint32_t FlatTriangulation::InsertUnlessNear(const Site& site, double distance) {
     const Located at = Locate(site);
+    if (NearNeighbour(at, site, distance)) {
+        return kNone;
+    }
+    const Index v = static_cast<Index>(m_sites.size());
+    m_sites.push_back(site);
+    InsertAt(v, at);
+    return v;
+}
+
+void FlatTriangulation::TrianglesAroundNewest(std::vector<std::uint32_t>& out) const {
+    // The newest vertex is the origin of Prev(m_start); an inner vertex, so every edge around
+    // it has a twin.
+    const Index first = static_cast<Index>(Prev(m_start));
+    Index e = first;
+    do {
+        out.push_back(e / 3);
+        e = m_twin[Prev(e)];
+    } while (e != first);
+}
+
+FlatTriangulation::Index FlatTriangulation::SameSite(const Located& at, const Site& site) const {
     const Index first = at.edge - at.edge % 3;
     for (Index k = first; k < first + 3; ++k) {
         const Site& v = m_sites[m_origin[k]];
@@ -29,10 +63,14 @@ std::uint32_t FlatTriangulation::Insert(std::uint32_t v) {
             return m_origin[k];
         }
     }
+    return kNone;
+}
+
+void FlatTriangulation::InsertAt(Index v, const Located& at) {
     const Index onEdge = at.onEdge;
     // A site on an edge first splits the triangle, leaving a flat one on that edge, whose flip
     // then splits the neighbour: four triangles around the site.
-    const Index base = onEdge != kNone ? onEdge : first;
+    const Index base = onEdge != kNone ? onEdge : at.edge - at.edge % 3;
     SplitTriangle(base, v);
     if (onEdge != kNone && m_twin[base] != kNone) {
         const Index across = m_twin[base];
@@ -43,7 +81,42 @@ std::uint32_t FlatTriangulation::Insert(std::uint32_t v) {
     Legalize();
     // Flips keep the site in the triangle of base: the next walk starts beside it.
     m_start = base;
-    return v;
+}
+
+bool FlatTriangulation::NearNeighbour(const Located& at, const Site& site, double distance) {
+    // The new vertex would be joined to the corners of its triangle and of every triangle
+    // whose circle holds it strictly: those triangles form a tree across their shared edges,
+    // walked here outward from the site's triangle.
+    const SFVec2f s(site.x, site.y);
+    const auto near = [&](Index v) {
+        return s.DistanceTo(SFVec2f(m_sites[v].x, m_sites[v].y)) < distance;
+    };
+    const Index first = at.edge - at.edge % 3;
+    m_pending.clear();
+    for (Index k = first; k < first + 3; ++k) {
+        if (near(m_origin[k])) {
+            return true;
+        }
+        m_pending.push_back(k);
+    }
+    while (!m_pending.empty()) {
+        const Index g = m_twin[m_pending.back()];
+        m_pending.pop_back();
+        if (g == kNone) {
+            continue;
+        }
+        const Index n = static_cast<Index>(Next(g)), p = static_cast<Index>(Prev(g));
+        if (InCircleSign(m_sites[m_origin[g]], m_sites[m_origin[n]], m_sites[m_origin[p]], site) >
+            0) {
+            if (near(m_origin[p])) {
+                m_pending.clear();
+                return true;
+            }
+            m_pending.push_back(n);
+            m_pending.push_back(p);
+        }
+    }
+    return false;
 }
 
 void FlatTriangulation::NoteEdge(Index v, Index w) {
@@ -90,13 +163,16 @@ FlatTriangulation::Located FlatTriangulation::Locate(const Site& site) const {
 }
 
 FlatTriangulation::Index FlatTriangulation::AddTriangle(Index a, Index b, Index c) {
-    const Index h = static_cast<Index>(m_origin.size());
-    m_origin.push_back(a);
-    m_origin.push_back(b);
-    m_origin.push_back(c);
-    m_twin.push_back(kNone);
-    m_twin.push_back(kNone);
-    m_twin.push_back(kNone);
+    if (m_halfEdges == m_origin.size()) {
+        // Grown one insertion at a time: room for as many again.
+        m_origin.resize(2 * m_halfEdges);
+        m_twin.resize(2 * m_halfEdges);
+    }
+    const Index h = static_cast<Index>(m_halfEdges);
+    m_origin[h] = a;
+    m_origin[h + 1] = b;
+    m_origin[h + 2] = c;
+    m_halfEdges += 3;
     return h;
 }
 

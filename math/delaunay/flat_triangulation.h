@@ -4,6 +4,7 @@
 #define ZQMATH_FLAT_TRIANGULATION_H
 
 #include "delaunay/robust_predicates.h"
+#include "delaunay/uninitialized.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -31,11 +32,24 @@ public:
     /// sites keep their edge). Returns v, or the vertex already in with the same coordinates
     /// (v is then left out).
     std::uint32_t Insert(std::uint32_t v);
+    /// Adds site as a new vertex, strictly inside the enclosing triangle, unless a vertex lies
+    /// closer than distance (as SFVec2f::DistanceTo measures); returns the new vertex or kNone.
+    std::uint32_t InsertUnlessNear(const Site& site, double distance);
+    /// Appends the triangles around the newest vertex to out, counter-clockwise.
+    void TrianglesAroundNewest(std::vector<std::uint32_t>& out) const;
+    /// Frees the list of short edges.
+    void ForgetShortEdges() { std::vector<std::pair<Index, Index>>().swap(m_shortEdges); }
 
     /// The site of vertex v.
     const Site& Vertex(std::size_t v) const { return m_sites[v]; }
+    /// The number of vertices, the enclosing triangle's included.
+    std::size_t VertexCount() const { return m_sites.size(); }
+    /// The origins of the half-edges, HalfEdgeCount() of them.
+    const std::uint32_t* Origins() const { return m_origin.data(); }
+    /// The twins of the half-edges.
+    const std::uint32_t* Twins() const { return m_twin.data(); }
     /// The number of half-edges: three a triangle.
-    std::size_t HalfEdgeCount() const { return m_origin.size(); }
+    std::size_t HalfEdgeCount() const { return m_halfEdges; }
     /// The half-edges once n sites are in: each site adds two triangles to the enclosing one.
     static constexpr std::size_t HalfEdgesFor(std::size_t n) { return 3 + 6 * n; }
     /// The edges of halfEdges half-edges: two each, but the enclosing triangle's three have one.
@@ -68,11 +82,19 @@ private:
     };
     /// The triangle of site.
     Located Locate(const Site& site) const;
+    /// The vertex of at's triangle with the coordinates of site, or kNone.
+    Index SameSite(const Located& at, const Site& site) const;
+    /// Inserts vertex v, which lies in the closure of at's triangle and is no vertex yet.
+    void InsertAt(Index v, const Located& at);
+    /// True when a vertex that v would be joined to, inserted at at, lies closer to site than
+    /// distance: the nearest vertex is always among them.
+    bool NearNeighbour(const Located& at, const Site& site, double distance);
     /// The orientation of site against half-edge h.
     int Side(Index h, const Site& site) const {
         return Orientation(m_sites[m_origin[h]], m_sites[m_origin[Next(h)]], site);
     }
-    /// Makes a triangle of the three vertices, its twins unset; returns its first half-edge.
+    /// Makes a triangle of the three vertices, its twins unset (the caller links all three);
+    /// returns its first half-edge.
     Index AddTriangle(Index a, Index b, Index c);
     /// Notes the new edge v w when it is short.
     void NoteEdge(Index v, Index w);
@@ -88,8 +110,10 @@ private:
     void Legalize();
 
     std::vector<Site> m_sites;
-    std::vector<Index> m_origin;
-    std::vector<Index> m_twin;
+    /// Both sized ahead of the half-edges in use: filled without a capacity check per value.
+    UninitializedVector<Index> m_origin;
+    UninitializedVector<Index> m_twin;
+    std::size_t m_halfEdges = 0;
     /// Edges whose Delaunay property is in doubt, each with the new vertex as its apex.
     std::vector<Index> m_pending;
     /// Where the next walk starts: a half-edge of the newest vertex's star.

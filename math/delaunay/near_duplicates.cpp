@@ -55,10 +55,11 @@ private:
 
 } // namespace
 
-std::vector<std::size_t> WithoutNearDuplicates(const std::array<SFVec3f, 3>& corners,
-                                               const SFVec3f* samples,
-                                               const std::vector<std::size_t>& candidates,
-                                               std::vector<std::size_t> close, double distance) {
+std::vector<std::uint32_t> WithoutNearDuplicates(const std::array<SFVec3f, 3>& corners,
+                                                 const SFVec3f* samples,
+                                                 const std::vector<std::uint32_t>& candidates,
+                                                 std::vector<std::uint32_t> close,
+                                                 double distance) {
     std::sort(close.begin(), close.end());
     close.erase(std::unique(close.begin(), close.end()), close.end());
     CellGrid kept(distance);
@@ -66,14 +67,14 @@ std::vector<std::size_t> WithoutNearDuplicates(const std::array<SFVec3f, 3>& cor
         kept.Add(&corner);
     }
     std::vector<bool> dropped(candidates.size(), false);
-    for (std::size_t k : close) {
+    for (std::uint32_t k : close) {
         const SFVec3f* p = &samples[candidates[k]];
         dropped[k] = kept.HasNear(*p);
         if (!dropped[k]) {
             kept.Add(p);
         }
     }
-    std::vector<std::size_t> left;
+    std::vector<std::uint32_t> left;
     for (std::size_t k = 0; k < candidates.size(); ++k) {
         if (!dropped[k]) {
             left.push_back(candidates[k]);

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace zq::detail {
@@ -13,10 +14,10 @@ namespace zq::detail {
 /// The candidates (positions in samples, in the caller's order) left when each of close
 /// (indices into candidates) is dropped if a corner or an earlier kept candidate lies closer
 /// than distance in x-z. Candidates not in close are kept without a look.
-std::vector<std::size_t> WithoutNearDuplicates(const std::array<SFVec3f, 3>& corners,
-                                               const SFVec3f* samples,
-                                               const std::vector<std::size_t>& candidates,
-                                               std::vector<std::size_t> close, double distance);
+std::vector<std::uint32_t> WithoutNearDuplicates(const std::array<SFVec3f, 3>& corners,
+                                                 const SFVec3f* samples,
+                                                 const std::vector<std::uint32_t>& candidates,
+                                                 std::vector<std::uint32_t> close, double distance);
 
 } // namespace zq::detail
 

@@ -18,10 +18,10 @@ constexpr std::size_t kFreshBlock = std::size_t(1) << 20;
 
 } // namespace
 
-QuadEdgeAssembly::QuadEdgeAssembly(std::size_t sites)
+QuadEdgeAssembly::QuadEdgeAssembly(std::size_t sites, bool helped)
     : m_store(std::make_shared<EdgeStore>()),
       m_records(FlatTriangulation::EdgesOf(FlatTriangulation::HalfEdgesFor(sites))),
-      m_codeOf(new std::uint32_t[FlatTriangulation::HalfEdgesFor(sites)]) {
+      m_helped(helped), m_codeOf(new std::uint32_t[FlatTriangulation::HalfEdgesFor(sites)]) {
     m_store->ReserveRun(m_records);
     AddFresh(m_store->ReservePointRun(3 + sites), (3 + sites) * sizeof(SFVec3f));
     m_vertices.reserve(3 + sites);
@@ -59,7 +59,7 @@ void QuadEdgeAssembly::Assemble(C2Subdivision& s, const FlatTriangulation& flat,
                                 const std::vector<std::uint32_t>& order) {
     Vertices(s, flat, corners, heights, order);
     Number(flat);
-    InTwoHalves(flat.HalfEdgeCount(),
+    InTwoHalves(flat.HalfEdgeCount(), m_helped,
                 [&](std::size_t begin, std::size_t end) { Fill(flat, begin, end); });
     s.m_store = m_store;
     s.m_startingEdge = EdgeOf(m_codeOf[FlatTriangulation::Next(flat.Start())]);
@@ -75,7 +75,7 @@ void QuadEdgeAssembly::Vertices(C2Subdivision& s, const FlatTriangulation& flat,
     for (std::size_t v = 0; v < 3; ++v) {
         m_vertices[v] = m_store->MakePoint(v, corners[v]);
     }
-    InTwoHalves(order.size(), [&](std::size_t begin, std::size_t end) {
+    InTwoHalves(order.size(), m_helped, [&](std::size_t begin, std::size_t end) {
         for (std::size_t j = begin; j < end; ++j) {
             const Site& site = flat.Vertex(3 + j);
             SFVec3f* p = m_store->MakePoint(3 + j, SFVec3f(site.x, heights[j], site.y));
@@ -97,7 +97,7 @@ void QuadEdgeAssembly::Number(const FlatTriangulation& flat) {
     for (std::size_t h = 0; h < LowerHalfEnd(count); ++h) {
         lower += first(h) ? 1 : 0;
     }
-    InTwoHalves(count, [&](std::size_t begin, std::size_t end) {
+    InTwoHalves(count, m_helped, [&](std::size_t begin, std::size_t end) {
         std::uint32_t record = static_cast<std::uint32_t>(begin == 0 ? 0 : lower);
         for (std::size_t h = begin; h < end; ++h) {
             if (!first(h)) {

@@ -22,8 +22,9 @@ namespace zq::detail {
 class QuadEdgeAssembly {
 public:
     /// Places for the records and vertex copies of a triangulation of up to sites sites, in a
-    /// store of their own, and for the assembly's own tables.
-    explicit QuadEdgeAssembly(std::size_t sites);
+    /// store of their own, and for the assembly's own tables; Assemble's loops run on a second
+    /// thread too when helped.
+    QuadEdgeAssembly(std::size_t sites, bool helped);
 
     /// Makes the records, then maps the pages of the vertex copies and tables, a block at a
     /// time, until nothing is left. Several threads may call it at once; every call must have
@@ -63,6 +64,7 @@ private:
 
     std::shared_ptr<EdgeStore> m_store;
     std::size_t m_records;
+    bool m_helped;
     /// The first block of Prepare's work, records then fresh memory, that no thread has taken.
     std::atomic<std::size_t> m_nextBlock{0};
     /// The blocks of fresh memory that Prepare maps after the records.

@@ -15,13 +15,13 @@ constexpr std::size_t LowerHalfEnd(std::size_t count) {
     return count < kSmallestSplitLoop ? count : count / 2;
 }
 
-/// Runs work(begin, end) over [0, count) in two halves split at LowerHalfEnd(count): the upper
-/// one on a second thread when a thread can be started, else here. The halves must not write
-/// the same memory.
+/// Runs work(begin, end) over [0, count): when split, in two halves split at
+/// LowerHalfEnd(count), the upper one on a second thread when a thread can be started, else
+/// here. The halves must not write the same memory.
 template <class Work>
-void InTwoHalves(std::size_t count, const Work& work) {
+void InTwoHalves(std::size_t count, bool split, const Work& work) {
     const std::size_t half = LowerHalfEnd(count);
-    if (half == count) {
+    if (!split || half == count) {
         work(std::size_t(0), count);
         return;
     }

@@ -2,6 +2,7 @@
 #ifndef ZQMATH_C2SUBDIVISION_H
 #define ZQMATH_C2SUBDIVISION_H
 
+#include "c2triangulation.h"
 #include "quadedge.h"
 #include "sfvec2f.h"
 #include "sfvec3f.h"
@@ -18,7 +19,9 @@ namespace zq::detail {
 class QuadEdgeAssembly;
 } // namespace zq::detail
 
-struct C2SubdivisionOptions;
+/// How C2Subdivision::Build runs: the options of the flat triangulation it starts from.
+using C2SubdivisionOptions = C2TriangulationOptions;
+
 struct C2SubdivisionBuild;
 
 /// The Delaunay triangulation of 3D samples in the x-z plane, each vertex keeping its height y,
@@ -40,15 +43,14 @@ public:
     /// exactly as given) and inserts *points in order. A null points gives the bare triangle.
     C2Subdivision(std::vector<SFVec3f>* points, const SFVec3f& a, const SFVec3f& b,
                   const SFVec3f& c);
-    /// Triangulates samples[0..count) in a spatial order with exact predicates. A sample within
-    /// 1e-5 in x-z of a corner or of a kept sample earlier in the caller's order is dropped and
-    /// counted. Vertices are the corners, then the kept samples in the caller's order. Only the
-    /// enclosing triangle's three edges are marked boundary. A build of 4096 samples or more
-    /// also runs on one helper thread, which makes the records and maps the result's memory
-    /// beside the insertions, then shares the linking. About 660 bytes a sample stay with the
-    /// subdivision, and about 110 more are needed while it is built. On Linux, the records of a
-    /// build of about 1.8 million samples or more (a gigabyte or more) are asked for in 2 MB
-    /// pages. At most 2^28 usable samples (std::length_error beyond).
+    /// The C2Triangulation of samples[0..count) with these options (the same triangles), as
+    /// quad-edge records. Vertices are the corners, then the kept samples in the caller's
+    /// order. Only the enclosing triangle's three edges are marked boundary. Asked for two
+    /// threads or more, a build of 4096 samples or more makes the records and maps the result's
+    /// memory on one more thread beside the insertions, then shares the linking with it. About
+    /// 660 bytes a sample stay with the subdivision, and about 80 more are needed while it is
+    /// built. On Linux, the records of a build of about 1.8 million samples or more (a
+    /// gigabyte or more) are asked for in 2 MB pages.
     static C2SubdivisionBuild Build(const SFVec3f* samples, std::size_t count,
                                     const C2SubdivisionOptions& options);
     /// Build over a whole vector.
@@ -114,17 +116,6 @@ private:
     SFVec3f m_cornerB;
     SFVec3f m_cornerC;
     std::vector<SFVec3f*> m_vertices;
-};
-
-/// How C2Subdivision::Build runs.
-struct C2SubdivisionOptions {
-    /// The enclosing triangle a, b, c, coordinates in the usable range below (given clockwise
-    /// in x-z, b and c are exchanged); when absent, a triangle at height 0 reaching ten times
-    /// the bounding box's larger side from its centre.
-    std::optional<std::array<SFVec3f, 3>> corners;
-    /// Called with (sites inserted, sites to insert) every 65536 sites and at the end; a
-    /// second pass, run when near duplicates were found, counts again from zero.
-    std::function<void(std::size_t, std::size_t)> progress;
 };
 
 /// What C2Subdivision::Build made, with the fate of every sample.

@@ -21,8 +21,8 @@ class FlatTriangulation;
 /// How a triangulation is built (C2Triangulation, and C2Subdivision::Build).
 struct C2TriangulationOptions {
     /// The enclosing triangle a, b, c, coordinates in the usable range (given clockwise in x-z,
-    /// b and c are exchanged); when absent, a triangle at height 0 reaching ten times the
-    /// bounding box's larger side from its centre.
+    /// b and c are exchanged); when absent, a triangle at height 0 reaching 10^12 times the
+    /// bounding box's larger side from its centre (less where the usable range ends).
     std::optional<std::array<SFVec3f, 3>> corners;
     /// Called with (sites inserted, sites to insert) every 65536 sites and at the end; a
     /// second pass, run when near duplicates were found, counts again from zero.
@@ -108,16 +108,15 @@ public:
 
     /// The triangles without a corner, as the caller's sample numbers, counter-clockwise.
     std::vector<std::array<std::uint32_t, 3>> GetSampleTriangles() const;
-    /// The outline of the triangles without a corner, counter-clockwise, as vertices: the
-    /// samples' convex hull, except that a hull vertex where the outline turns by so little that
-    /// the enclosing triangle's corner sees past it may be left inside. Empty when there is no
-    /// such triangle (fewer than three kept samples, or all in a line) or the outline is not
-    /// one loop.
+    /// The outline of the triangles without a corner, counter-clockwise, as vertices: the kept
+    /// samples' convex hull, collinear sites on it included, except that a hull vertex that a
+    /// corner sees past (it lies inside the circle of the vertex and its two neighbours on the
+    /// hull) is left inside. Derived corners see past only vertices within about 1e-13 of the
+    /// samples' extent from the line through their neighbours; for given corners, the farther
+    /// the better. Empty when no triangle lacks a corner or the outline is more than one loop.
     std::vector<std::uint32_t> GetHull() const;
 
 private:
-    friend class C2Subdivision;
-
     std::unique_ptr<zq::detail::FlatTriangulation> m_flat;
     std::vector<std::uint32_t> m_samples;
     std::size_t m_kept = 0;

@@ -8,6 +8,7 @@
 
 #include "c2rect.h"
 #include "c2subdivision.h"
+#include "c2triangulation.h"
 #include "c3curve.h"
 #include "c3line.h"
 #include "c3matrix.h"
