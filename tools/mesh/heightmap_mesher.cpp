@@ -48,9 +48,11 @@ public:
         std::vector<std::uint32_t> made;
         while (!m_queue.Empty() && m_triangles + 2 <= m_limits.triangles &&
                m_triangulation.GetKept() < m_limits.vertices) {
-            const std::uint32_t pixel = m_candidate[m_queue.Top()];
+            const std::uint32_t worst = m_queue.Top();
+            const std::uint32_t pixel = m_candidate[worst];
             made.clear();
-            if (m_triangulation.Insert(Site(m_raster, pixel), pixel, &made) ==
+            // The pixel lies in the closure of its triangle: the search starts there.
+            if (m_triangulation.Insert(Site(m_raster, pixel), pixel, &made, worst) ==
                 C2Triangulation::kNone) {
                 throw std::logic_error("greedy insertion: a pixel was refused");
             }
