@@ -7,6 +7,7 @@
 #include <c2triangulation.h>
 
 #include <algorithm>
+#include <cmath>
 #include <stdexcept>
 
 namespace zq::tool {
@@ -204,6 +205,33 @@ std::vector<SFVec3f> Vertices(const std::vector<std::uint32_t>& pixels, const Ra
     return vertices;
 }
 
+/// The largest distance of the pixels of a strip (raster one pixel high or wide) from its
+/// mesh: along the strip's own side of the widened raster the mesh is the line through the
+/// vertices there, in order, and the copied pixels beside it do not count.
+double StripError(const Mesh& mesh, const Raster& strip) {
+    const bool alongX = strip.height == 1;
+    std::vector<std::pair<double, double>> line; // position along the strip, height
+    for (const SFVec3f& v : mesh.vertices) {
+        if ((alongX ? v.z : v.x) == 0.0) {
+            line.emplace_back(alongX ? v.x : v.z, v.y);
+        }
+    }
+    std::sort(line.begin(), line.end());
+    double largest = 0.0;
+    std::size_t segment = 0;
+    for (std::size_t i = 0; i < strip.pixels.size(); ++i) {
+        const double at = static_cast<double>(i);
+        while (segment + 2 < line.size() && line[segment + 1].first <= at) {
+            ++segment;
+        }
+        const auto& [x0, y0] = line[segment];
+        const auto& [x1, y1] = line[segment + 1];
+        const double height = y0 + (y1 - y0) * (at - x0) / (x1 - x0);
+        largest = std::max(largest, std::fabs(height - strip.pixels[i]));
+    }
+    return largest;
+}
+
 } // namespace
 
 HeightmapMesh MeshHeightmap(const Raster& raster, const MeshLimits& limits) {
@@ -227,6 +255,9 @@ HeightmapMesh MeshHeightmap(const Raster& raster, const MeshLimits& limits) {
     }
     result.mesh.vertices = Vertices(pixels, map);
     result.outline = Outline(result.mesh, map);
+    if (strip && raster.pixels.size() > 1) {
+        result.largestError = StripError(result.mesh, raster) / map.maximum;
+    }
     return result;
 }
 
