@@ -89,13 +89,13 @@ bool FlatTriangulation::NearNeighbour(const Located& at, const Site& site, doubl
     // whose circle holds it strictly: those triangles form a tree across their shared edges,
     // walked here outward from the site's triangle.
     const SFVec2f s(site.x, site.y);
-    const auto near = [&](Index v) {
+    const auto isClose = [&](Index v) {
         return s.DistanceTo(SFVec2f(m_sites[v].x, m_sites[v].y)) < distance;
     };
     const Index first = at.edge - at.edge % 3;
     m_pending.clear();
     for (Index k = first; k < first + 3; ++k) {
-        if (near(m_origin[k])) {
+        if (isClose(m_origin[k])) {
             return true;
         }
         m_pending.push_back(k);
@@ -109,7 +109,7 @@ bool FlatTriangulation::NearNeighbour(const Located& at, const Site& site, doubl
         const Index n = static_cast<Index>(Next(g)), p = static_cast<Index>(Prev(g));
         if (InCircleSign(m_sites[m_origin[g]], m_sites[m_origin[n]], m_sites[m_origin[p]], site) >
             0) {
-            if (near(m_origin[p])) {
+            if (isClose(m_origin[p])) {
                 m_pending.clear();
                 return true;
             }
