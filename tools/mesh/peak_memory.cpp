@@ -2,8 +2,9 @@
 #include "peak_memory.h"
 
 #ifdef _WIN32
-#include <psapi.h>
 #include <windows.h>
+// psapi.h needs the types of windows.h first.
+#include <psapi.h>
 #else
 #include <sys/resource.h>
 #endif
