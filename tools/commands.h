@@ -9,6 +9,8 @@ namespace zq::tool {
 
 /// `zqmath tin`: triangulates height samples and writes the mesh. Returns the exit status.
 int RunTin(const std::vector<std::string>& args);
+/// `zqmath mesh`: meshes a heightmap within an error and writes the mesh.
+int RunMesh(const std::vector<std::string>& args);
 /// `zqmath eval`: evaluates a postfix expression and prints the result.
 int RunEval(const std::vector<std::string>& args);
 /// `zqmath version`: the library's version and release signature.

@@ -17,6 +17,7 @@ void PrintHelp() {
     std::fputs("usage: zqmath COMMAND [ARGUMENTS]\n"
                "\n"
                "  tin       triangulate height samples; write OBJ, PLY and SVG\n"
+               "  mesh      mesh a heightmap (PNG, PGM) within an error; write STL, OBJ, PLY, SVG\n"
                "  eval      evaluate a postfix expression, such as \"(1,2,3) 2 mul\"\n"
                "  version   print the library's version and release signature\n"
                "\n"
@@ -38,6 +39,9 @@ int Dispatch(const std::vector<std::string>& args) {
     }
     if (command == "tin") {
         return RunTin(rest);
+    }
+    if (command == "mesh") {
+        return RunMesh(rest);
     }
     if (command == "eval") {
         return RunEval(rest);

@@ -53,7 +53,7 @@ C2Triangulation& C2Triangulation::operator=(const C2Triangulation& t) {
 C2Triangulation& C2Triangulation::operator=(C2Triangulation&& t) noexcept = default;
 
 std::uint32_t C2Triangulation::Insert(const SFVec3f& p, std::uint32_t sample,
-                                      std::vector<std::uint32_t>* made) {
+                                      std::vector<std::uint32_t>* made, std::uint32_t from) {
     const zq::detail::Corners corners = {SFVec3f(GetSite(0).x, 0.0, GetSite(0).y),
                                          SFVec3f(GetSite(1).x, 0.0, GetSite(1).y),
                                          SFVec3f(GetSite(2).x, 0.0, GetSite(2).y)};
@@ -63,7 +63,8 @@ std::uint32_t C2Triangulation::Insert(const SFVec3f& p, std::uint32_t sample,
         return kNone;
     }
     const std::uint32_t v =
-        m_flat->InsertUnlessNear(zq::detail::SiteOf(p), zq::detail::kSameSiteDistance);
+        m_flat->InsertUnlessNear(zq::detail::SiteOf(p), zq::detail::kSameSiteDistance,
+                                 from < GetTriangleCount() ? 3 * from : kNone);
     if (v == kNone) {
         ++m_duplicates;
         return kNone;

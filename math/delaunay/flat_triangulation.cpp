@@ -24,7 +24,7 @@ FlatTriangulation::FlatTriangulation(std::vector<Site> sites, double shortEdge)
 }
 
 std::uint32_t FlatTriangulation::Insert(std::uint32_t v) {
-    const Located at = Locate(m_sites[v]);
+    const Located at = Locate(m_sites[v], m_start);
     const Index same = SameSite(at, m_sites[v]);
     if (same != kNone) {
         return same;
@@ -33,8 +33,9 @@ std::uint32_t FlatTriangulation::Insert(std::uint32_t v) {
     return v;
 }
 
-std::uint32_t FlatTriangulation::InsertUnlessNear(const Site& site, double distance) {
-    const Located at = Locate(site);
+std::uint32_t FlatTriangulation::InsertUnlessNear(const Site& site, double distance,
+                                                  std::uint32_t from) {
+    const Located at = Locate(site, from == kNone ? m_start : from);
     if (NearNeighbour(at, site, distance)) {
         return kNone;
     }
@@ -126,8 +127,8 @@ void FlatTriangulation::NoteEdge(Index v, Index w) {
     }
 }
 
-FlatTriangulation::Located FlatTriangulation::Locate(const Site& site) const {
-    Index e = m_start;
+FlatTriangulation::Located FlatTriangulation::Locate(const Site& site, Index from) const {
+    Index e = from;
     int sideOfE = Side(e, site);
     if (sideOfE < 0 && m_twin[e] != kNone) {
         e = m_twin[e];

@@ -34,7 +34,8 @@ public:
     std::uint32_t Insert(std::uint32_t v);
     /// Adds site as a new vertex, strictly inside the enclosing triangle, unless a vertex lies
     /// closer than distance (as SFVec2f::DistanceTo measures); returns the new vertex or kNone.
-    std::uint32_t InsertUnlessNear(const Site& site, double distance);
+    /// The search walks from half-edge from, or from the newest vertex's star when it is kNone.
+    std::uint32_t InsertUnlessNear(const Site& site, double distance, std::uint32_t from);
     /// Appends the triangles around the newest vertex to out, counter-clockwise.
     void TrianglesAroundNewest(std::vector<std::uint32_t>& out) const;
     /// Frees the list of short edges.
@@ -80,8 +81,8 @@ private:
         Index edge;
         Index onEdge;
     };
-    /// The triangle of site.
-    Located Locate(const Site& site) const;
+    /// The triangle of site, walking from half-edge from.
+    Located Locate(const Site& site, Index from) const;
     /// The vertex of at's triangle with the coordinates of site, or kNone.
     Index SameSite(const Located& at, const Site& site) const;
     /// Inserts vertex v, which lies in the closure of at's triangle and is no vertex yet.

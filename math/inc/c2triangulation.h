@@ -75,8 +75,10 @@ public:
     /// duplicate (nothing changes but the counts). When made is given, the triangles that the
     /// insertion made or changed are appended to it: every one has the new vertex as a corner,
     /// and no other triangle changed.
+    /// The search for the site's triangle starts at triangle from when it is given (one at or
+    /// beside the site saves the walk), else at the newest vertex.
     std::uint32_t Insert(const SFVec3f& p, std::uint32_t sample,
-                         std::vector<std::uint32_t>* made = nullptr);
+                         std::vector<std::uint32_t>* made = nullptr, std::uint32_t from = kNone);
 
     /// Samples kept as vertices.
     std::size_t GetKept() const { return m_kept; }
