@@ -245,18 +245,23 @@ TEST(Triangulation, InsertDropsNearDuplicatesAndRejectsOutsiders) {
     EXPECT_EQ(t.GetVertexCount(), 6u);
     EXPECT_TRUE(copy.GetHull().empty());
     EXPECT_EQ(t.GetHull().size(), 3u);
-    // A cluster at the duplicate distance's scale: a sample goes exactly when a corner or a
-    // sample kept before it lies nearer than 1e-5, though that one need not be a corner of
-    // the triangle the sample falls in.
+    // Clusters at and above the duplicate distance's scale: a sample goes exactly when a corner
+    // or a sample kept before it lies nearer than 1e-5, though that one need not be a corner of
+    // the triangle the sample falls in; in the wider cluster most triangles are large enough
+    // to hold the whole disk of 1e-5 about a sample.
     std::mt19937 random(4u);
-    std::uniform_real_distribution<double> around(1.0, 1.0 + 6e-5);
-    std::vector<SFVec2f> kept = {SFVec2f(-10, -10), SFVec2f(10, -10), SFVec2f(0, 10)};
-    C2Triangulation cluster(Corners{SFVec3f(-10, 0, -10), SFVec3f(10, 0, -10), SFVec3f(0, 0, 10)});
-    for (std::uint32_t i = 0; i < 400; ++i) {
-        const SFVec2f x(around(random), around(random));
-        const bool free = std::none_of(kept.begin(), kept.end(),
-                                       [&](const SFVec2f& k) { return x.DistanceTo(k) < 1e-5; });
-        ASSERT_EQ(cluster.Insert(SFVec3f(x.x, 0, x.y), i) != kNone, free) << i;
-        kept.insert(kept.end(), free ? 1 : 0, x);
+    for (double width : {6e-5, 6e-4}) {
+        std::uniform_real_distribution<double> around(1.0, 1.0 + width);
+        std::vector<SFVec2f> kept = {SFVec2f(-10, -10), SFVec2f(10, -10), SFVec2f(0, 10)};
+        C2Triangulation cluster(
+            Corners{SFVec3f(-10, 0, -10), SFVec3f(10, 0, -10), SFVec3f(0, 0, 10)});
+        for (std::uint32_t i = 0; i < 400; ++i) {
+            const SFVec2f x(around(random), around(random));
+            const bool free = std::none_of(
+                kept.begin(), kept.end(), [&](const SFVec2f& k) { return x.DistanceTo(k) < 1e-5; });
+            ASSERT_EQ(cluster.Insert(SFVec3f(x.x, 0, x.y), i) != kNone, free) << i;
+            kept.insert(kept.end(), free ? 1 : 0, x);
+        }
+        EXPECT_LT(cluster.GetKept(), 400u);
     }
 }

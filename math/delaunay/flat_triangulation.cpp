@@ -5,6 +5,7 @@
 #include "frame/prefault.h"
 #include "sfvec2f.h"
 
+#include <cmath>
 #include <utility>
 
 namespace zq::detail {
@@ -84,6 +85,24 @@ void FlatTriangulation::InsertAt(Index v, const Located& at) {
     m_start = base;
 }
 
+bool FlatTriangulation::ClearOfSides(Index first, const Site& site, double distance) const {
+    // The site's distance from side a b is its cross product with the side over the side's
+    // length. The cross product errs by less than 8 units of its terms; the margin of 1e-9
+    // keeps every vertex outside the disk well beyond what DistanceTo's rounding could bring in.
+    for (Index k = first; k < first + 3; ++k) {
+        const Site& a = m_sites[m_origin[k]];
+        const Site& b = m_sites[m_origin[Next(k)]];
+        const double dx = b.x - a.x, dy = b.y - a.y;
+        const double left = dx * (site.y - a.y), right = dy * (site.x - a.x);
+        const double bound = 8.0 * kUnitRoundOff * (std::fabs(left) + std::fabs(right));
+        const double reach = distance * (1.0 + 1e-9) * std::sqrt(dx * dx + dy * dy);
+        if (!(left - right - bound > reach)) {
+            return false;
+        }
+    }
+    return true;
+}
+
 bool FlatTriangulation::NearNeighbour(const Located& at, const Site& site, double distance) {
     // The new vertex would be joined to the corners of its triangle and of every triangle
     // whose circle holds it strictly: those triangles form a tree across their shared edges,
@@ -93,13 +112,15 @@ bool FlatTriangulation::NearNeighbour(const Located& at, const Site& site, doubl
         return s.DistanceTo(SFVec2f(m_sites[v].x, m_sites[v].y)) < distance;
     };
     const Index first = at.edge - at.edge % 3;
-    m_pending.clear();
     for (Index k = first; k < first + 3; ++k) {
         if (isClose(m_origin[k])) {
             return true;
         }
-        m_pending.push_back(k);
     }
+    if (ClearOfSides(first, site, distance)) {
+        return false;
+    }
+    m_pending.assign({first, first + 1, first + 2});
     while (!m_pending.empty()) {
         const Index g = m_twin[m_pending.back()];
         m_pending.pop_back();

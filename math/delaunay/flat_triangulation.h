@@ -90,6 +90,10 @@ private:
     /// True when a vertex that v would be joined to, inserted at at, lies closer to site than
     /// distance: the nearest vertex is always among them.
     bool NearNeighbour(const Located& at, const Site& site, double distance);
+    /// True when every side of the triangle of first lies farther than distance from site,
+    /// with a margin for rounding: the disk of that radius about site then holds no vertex
+    /// but, perhaps, the triangle's own corners.
+    bool ClearOfSides(Index first, const Site& site, double distance) const;
     /// The orientation of site against half-edge h.
     int Side(Index h, const Site& site) const {
         return Orientation(m_sites[m_origin[h]], m_sites[m_origin[Next(h)]], site);
