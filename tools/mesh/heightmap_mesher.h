@@ -2,8 +2,8 @@
 #ifndef ZQMATH_TOOLS_MESH_HEIGHTMAP_MESHER_H
 #define ZQMATH_TOOLS_MESH_HEIGHTMAP_MESHER_H
 
-#include "../io/raster.h"
 #include "../io/mesh.h"
+#include "../io/raster.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,10 +1,10 @@
 // mesh_command.cpp: `zqmath mesh`: read a heightmap, mesh it, write, report.
 #include "../commands.h"
+#include "../io/obj_writer.h"
 #include "../io/pgm_reader.h"
+#include "../io/ply_writer.h"
 #include "../io/png_reader.h"
 #include "../io/stl_writer.h"
-#include "../io/obj_writer.h"
-#include "../io/ply_writer.h"
 #include "../io/svg_writer.h"
 #include "../output_file.h"
 #include "../tool_error.h"
