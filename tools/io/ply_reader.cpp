@@ -227,8 +227,10 @@ bool ReadBinaryRecord(InputFile& in, const Element& e, Encoding encoding, double
         if (count.size() < SizeOf(p.countType)) {
             return false;
         }
+        // A count stored as a float can hold anything: past 2^32 items no file is that long.
         const double n = Decode(count.data(), p.countType, encoding);
-        if (!(n >= 0.0) || !in.Skip(static_cast<std::uint64_t>(n) * SizeOf(p.type))) {
+        if (!(n >= 0.0 && n <= 4294967296.0) ||
+            !in.Skip(static_cast<std::uint64_t>(n) * SizeOf(p.type))) {
             return false;
         }
     }
