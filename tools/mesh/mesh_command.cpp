@@ -7,6 +7,7 @@
 #include "../io/stl_writer.h"
 #include "../io/svg_writer.h"
 #include "../output_file.h"
+#include "../progress.h"
 #include "../tool_error.h"
 #include "heightmap_mesher.h"
 #include "mesh_args.h"
@@ -24,8 +25,6 @@
 
 namespace zq::tool {
 namespace {
-
-using Clock = std::chrono::steady_clock;
 
 void PrintHelp() {
     std::fputs(
@@ -58,10 +57,6 @@ void PrintHelp() {
         "\n"
         "example: zqmath mesh terrain.png --error 0.001 --stl terrain.stl --base 10\n",
         stdout);
-}
-
-double Seconds(Clock::duration d) {
-    return std::chrono::duration<double>(d).count();
 }
 
 using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;

@@ -22,8 +22,6 @@
 namespace zq::tool {
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
 void PrintHelp() {
     std::fputs(
         "usage: zqmath tin [FILE|-] [--obj OUT] [--ply OUT] [--svg OUT] [--up z|y]\n"
@@ -53,10 +51,6 @@ void PrintHelp() {
         "\n"
         "example: zqmath tin --obj terrain.obj --svg terrain.svg\n",
         stdout);
-}
-
-double Seconds(Clock::duration d) {
-    return std::chrono::duration<double>(d).count();
 }
 
 /// Writes every requested file; none takes its name until all are complete.
