@@ -245,18 +245,33 @@ TEST(Triangulation, InsertDropsNearDuplicatesAndRejectsOutsiders) {
     EXPECT_EQ(t.GetVertexCount(), 6u);
     EXPECT_TRUE(copy.GetHull().empty());
     EXPECT_EQ(t.GetHull().size(), 3u);
+    // A sample on an edge, 9e-6 from the apex of the sliver across it.
+    for (double side : {1.0, -1.0}) {
+        C2Triangulation sliver(Corners{SFVec3f(-1, 0, -1), SFVec3f(1, 0, -1), SFVec3f(0, 0, 1)});
+        sliver.Insert(SFVec3f(0, 0, 0), 0);
+        sliver.Insert(SFVec3f(2.2e-5, 0, 0), 1);
+        sliver.Insert(SFVec3f(1.1e-5, 0, -side * 9e-6), 2);
+        sliver.Insert(SFVec3f(1.1e-5, 0, side * 1e-3), 3); // the walk starts on this side
+        EXPECT_EQ(sliver.Insert(SFVec3f(1.1e-5, 0, 0), 4), kNone) << side;
+    }
     // Clusters at and above the duplicate distance's scale: a sample goes exactly when a corner
     // or a sample kept before it lies nearer than 1e-5, though that one need not be a corner of
     // the triangle the sample falls in; in the wider cluster most triangles are large enough
-    // to hold the whole disk of 1e-5 about a sample.
+    // to hold the whole disk of 1e-5 about a sample. Lattices of power-of-two steps (a negative
+    // width) put many samples exactly on edges, whose disks reach the triangles beyond.
     std::mt19937 random(4u);
-    for (double width : {6e-5, 6e-4}) {
-        std::uniform_real_distribution<double> around(1.0, 1.0 + width);
+    for (double width : {6e-5, 6e-4, -0x1p-17, -0x1p-16}) {
+        std::uniform_real_distribution<double> around(1.0, 1.0 + std::fabs(width));
+        std::uniform_int_distribution<int> step(0, 12);
+        const auto coordinate = [&] {
+            return width > 0 ? around(random) : 1.0 - width * step(random);
+        };
         std::vector<SFVec2f> kept = {SFVec2f(-10, -10), SFVec2f(10, -10), SFVec2f(0, 10)};
         C2Triangulation cluster(
             Corners{SFVec3f(-10, 0, -10), SFVec3f(10, 0, -10), SFVec3f(0, 0, 10)});
         for (std::uint32_t i = 0; i < 400; ++i) {
-            const SFVec2f x(around(random), around(random));
+            const double cx = coordinate();
+            const SFVec2f x(cx, coordinate());
             const bool free = std::none_of(
                 kept.begin(), kept.end(), [&](const SFVec2f& k) { return x.DistanceTo(k) < 1e-5; });
             ASSERT_EQ(cluster.Insert(SFVec3f(x.x, 0, x.y), i) != kNone, free) << i;

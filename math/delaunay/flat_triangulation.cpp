@@ -85,22 +85,32 @@ void FlatTriangulation::InsertAt(Index v, const Located& at) {
     m_start = base;
 }
 
-bool FlatTriangulation::ClearOfSides(Index first, const Site& site, double distance) const {
+bool FlatTriangulation::ClearOfSide(Index h, const Site& site, double distance) const {
     // The site's distance from side a b is its cross product with the side over the side's
     // length. The cross product errs by less than 8 units of its terms; the margin of 1e-9
     // keeps every vertex outside the disk well beyond what DistanceTo's rounding could bring in.
-    for (Index k = first; k < first + 3; ++k) {
-        const Site& a = m_sites[m_origin[k]];
-        const Site& b = m_sites[m_origin[Next(k)]];
-        const double dx = b.x - a.x, dy = b.y - a.y;
-        const double left = dx * (site.y - a.y), right = dy * (site.x - a.x);
-        const double bound = 8.0 * kUnitRoundOff * (std::fabs(left) + std::fabs(right));
-        const double reach = distance * (1.0 + 1e-9) * std::sqrt(dx * dx + dy * dy);
-        if (!(left - right - bound > reach)) {
-            return false;
-        }
+    const Site& a = m_sites[m_origin[h]];
+    const Site& b = m_sites[m_origin[Next(h)]];
+    const double dx = b.x - a.x, dy = b.y - a.y;
+    const double left = dx * (site.y - a.y), right = dy * (site.x - a.x);
+    const double bound = 8.0 * kUnitRoundOff * (std::fabs(left) + std::fabs(right));
+    const double reach = distance * (1.0 + 1e-9) * std::sqrt(dx * dx + dy * dy);
+    return left - right - bound > reach;
+}
+
+bool FlatTriangulation::DiskInside(const Located& at, const Site& site, double distance) const {
+    const Index first = at.edge - at.edge % 3;
+    if (at.onEdge == kNone) {
+        return ClearOfSide(first, site, distance) && ClearOfSide(first + 1, site, distance) &&
+               ClearOfSide(first + 2, site, distance);
     }
-    return true;
+    // A site on an edge (common on grids): the disk straddles it, and lies in the edge's two
+    // triangles when it is clear of their four other sides.
+    const Index h = at.onEdge, g = m_twin[h];
+    return g != kNone && ClearOfSide(static_cast<Index>(Next(h)), site, distance) &&
+           ClearOfSide(static_cast<Index>(Prev(h)), site, distance) &&
+           ClearOfSide(static_cast<Index>(Next(g)), site, distance) &&
+           ClearOfSide(static_cast<Index>(Prev(g)), site, distance);
 }
 
 bool FlatTriangulation::NearNeighbour(const Located& at, const Site& site, double distance) {
@@ -117,7 +127,7 @@ bool FlatTriangulation::NearNeighbour(const Located& at, const Site& site, doubl
             return true;
         }
     }
-    if (ClearOfSides(first, site, distance)) {
+    if (DiskInside(at, site, distance)) {
         return false;
     }
     m_pending.assign({first, first + 1, first + 2});

@@ -90,10 +90,13 @@ private:
     /// True when a vertex that v would be joined to, inserted at at, lies closer to site than
     /// distance: the nearest vertex is always among them.
     bool NearNeighbour(const Located& at, const Site& site, double distance);
-    /// True when every side of the triangle of first lies farther than distance from site,
-    /// with a margin for rounding: the disk of that radius about site then holds no vertex
-    /// but, perhaps, the triangle's own corners.
-    bool ClearOfSides(Index first, const Site& site, double distance) const;
+    /// True when site lies left of half-edge h by more than distance, with a margin for
+    /// rounding.
+    bool ClearOfSide(Index h, const Site& site, double distance) const;
+    /// True when the disk of radius distance about site lies inside at's triangle, or inside
+    /// the two triangles of its edge when the site is on one, clear of their corners: no
+    /// vertex then lies nearer than distance.
+    bool DiskInside(const Located& at, const Site& site, double distance) const;
     /// The orientation of site against half-edge h.
     int Side(Index h, const Site& site) const {
         return Orientation(m_sites[m_origin[h]], m_sites[m_origin[Next(h)]], site);
