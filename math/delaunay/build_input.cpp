@@ -1,5 +1,6 @@
 // The samples a triangulation takes: usable coordinates inside the enclosing triangle.
 #include "delaunay/build_input.h"
+#include "delaunay/uninitialized.h"
 
 #include <algorithm>
 #include <cmath>
@@ -79,7 +80,7 @@ bool StrictlyInside(const Corners& c, const SFVec3f& p) {
 std::vector<std::uint32_t> Candidates(const SFVec3f* samples, std::size_t count,
                                       const Corners& corners, bool givenCorners) {
     std::vector<std::uint32_t> candidates;
-    candidates.reserve(count);
+    ReserveLarge(candidates, count);
     for (std::size_t i = 0; i < count; ++i) {
         if (Usable(samples[i]) && (!givenCorners || StrictlyInside(corners, samples[i]))) {
             candidates.push_back(static_cast<std::uint32_t>(i));

@@ -2,6 +2,7 @@
 #include "c2triangulation.h"
 
 #include "delaunay/flat_build.h"
+#include "delaunay/uninitialized.h"
 
 #include <utility>
 
@@ -18,7 +19,7 @@ C2Triangulation::C2Triangulation(const SFVec3f* samples, std::size_t count,
                                  const C2TriangulationOptions& options) {
     zq::detail::FlatBuild b = zq::detail::BuildFlat(samples, count, options, nullptr);
     m_flat = std::move(b.flat);
-    m_samples.reserve(3 + b.order.size());
+    zq::detail::ReserveLarge(m_samples, 3 + b.order.size());
     m_samples.assign(3, kCorner);
     for (std::uint32_t k : b.order) {
         m_samples.push_back(b.kept[k]);

@@ -4,6 +4,7 @@
 
 #include "delaunay/near_duplicates.h"
 #include "delaunay/spatial_order.h"
+#include "delaunay/uninitialized.h"
 
 #include <stdexcept>
 #include <utility>
@@ -25,7 +26,7 @@ std::vector<Site> Gathered(const Corners& corners, const SFVec3f* samples,
                            const std::vector<std::uint32_t>& candidates,
                            std::vector<std::uint32_t>& order) {
     std::vector<Site> sites;
-    sites.reserve(3 + candidates.size());
+    ReserveLarge(sites, 3 + candidates.size());
     for (std::uint32_t i : candidates) {
         sites.push_back(SiteOf(samples[i]));
     }

@@ -189,9 +189,10 @@ std::vector<std::uint32_t> InsertionOrder(const std::vector<Site>& sites) {
         ++roundBits;
     }
     RadixSort(keys, 2 * levels + roundBits);
-    std::vector<std::uint32_t> order(n);
+    std::vector<std::uint32_t> order;
+    ReserveLarge(order, n);
     for (std::size_t i = 0; i < n; ++i) {
-        order[i] = static_cast<std::uint32_t>(keys[i]);
+        order.push_back(static_cast<std::uint32_t>(keys[i]));
     }
     return order;
 }

@@ -11,9 +11,12 @@ namespace zq::detail {
 /// The contents stay as they are.
 void Prefault(void* begin, std::size_t bytes);
 
-/// Asks the system to back the range with large pages, where it can and the range is a
-/// gigabyte or more: one page fault and one translation entry then serve 2 MB instead of
-/// 4 KB, and freeing the range costs a fraction. The contents stay as they are.
+/// Ranges from this size up are worth large pages.
+constexpr std::size_t kLargePageMinimum = std::size_t(4) << 20;
+
+/// Asks the system to back the range with large pages, where it can and the range is
+/// kLargePageMinimum or more: one page fault and one translation entry then serve 2 MB instead
+/// of 4 KB, and freeing the range costs a fraction. The contents stay as they are.
 void AdviseLargePages(void* begin, std::size_t bytes);
 
 } // namespace zq::detail

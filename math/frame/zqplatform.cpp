@@ -53,9 +53,8 @@ void Prefault([[maybe_unused]] void* begin, [[maybe_unused]] std::size_t bytes) 
 
 void AdviseLargePages([[maybe_unused]] void* begin, [[maybe_unused]] std::size_t bytes) {
 #if ZQMATH_LARGE_PAGES
-    // Large pages come from whole free 2 MB blocks, which a virtual machine may have handed
-    // back to its host: below a gigabyte, the small free pages at hand fault in faster.
-    if (bytes < (std::size_t(1) << 30)) {
+    // A range too small to hold two whole large pages is left as it is.
+    if (bytes < kLargePageMinimum) {
         return;
     }
     // Only the large pages wholly inside the range: the advice must not reach others' memory.
