@@ -1,6 +1,7 @@
 // las_reader.cpp: the public header block, then the coordinates of each point record.
 #include "las_reader.h"
 
+#include "large_pages.h"
 #include "tool_error.h"
 
 #include <algorithm>
@@ -143,8 +144,9 @@ std::vector<SFVec3f> ReadLas(InputFile& in, const ProgressHook& progress) {
                              " records of " + std::to_string(h.recordLength) + " bytes");
     }
     std::vector<SFVec3f> samples;
-    samples.reserve(static_cast<std::size_t>(
-        in.Size() != 0 ? h.count : std::min<std::uint64_t>(h.count, kBlockRecords)));
+    ReserveLarge(samples,
+                 static_cast<std::size_t>(
+                     in.Size() != 0 ? h.count : std::min<std::uint64_t>(h.count, kBlockRecords)));
     for (std::uint64_t first = 0; first < h.count; first += kBlockRecords) {
         const std::size_t n =
             static_cast<std::size_t>(std::min<std::uint64_t>(kBlockRecords, h.count - first));

@@ -1,6 +1,7 @@
 // ply_reader.cpp: the header's elements and properties, then the vertex records.
 #include "ply_reader.h"
 
+#include "large_pages.h"
 #include "number_text.h"
 #include "tool_error.h"
 
@@ -299,8 +300,8 @@ public:
         const VertexLayout layout = Layout(vertex, m_in.Name());
         std::vector<double> values(vertex.properties.size());
         std::vector<SFVec3f> samples;
-        samples.reserve(
-            static_cast<std::size_t>(std::min<std::uint64_t>(vertex.count, MaxRecords(vertex))));
+        ReserveLarge(samples, static_cast<std::size_t>(
+                                  std::min<std::uint64_t>(vertex.count, MaxRecords(vertex))));
         for (std::uint64_t r = 0; r < vertex.count; ++r) {
             Record(vertex, r, values.data());
             double xyz[3];

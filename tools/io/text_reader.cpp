@@ -1,6 +1,7 @@
 // text_reader.cpp: fields split on blanks and commas, the header line, the numbers.
 #include "text_reader.h"
 
+#include "large_pages.h"
 #include "number_text.h"
 #include "tool_error.h"
 
@@ -150,8 +151,8 @@ void ReadLine(std::string_view line, const Columns& columns, const std::string& 
 
 std::vector<SFVec3f> ReadText(InputFile& in, const ProgressHook& progress) {
     std::vector<SFVec3f> samples;
-    samples.reserve(static_cast<std::size_t>(
-        std::min<std::uint64_t>(in.Size() / kBytesPerLine, samples.max_size() / 2)));
+    ReserveLarge(samples, static_cast<std::size_t>(std::min<std::uint64_t>(
+                              in.Size() / kBytesPerLine, samples.max_size() / 2)));
     Columns columns;
     bool first = true;
     std::size_t number = 0;

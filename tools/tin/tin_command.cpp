@@ -81,12 +81,7 @@ SampleFile ReadInput(const TinOptions& options, bool showProgress) {
     if (options.input.empty()) {
         return SampleFile{SampleTerrain(), "built-in"};
     }
-    SampleFile file = ReadSamples(options.input, ProgressLine("reading", showProgress));
-    // A text input grows its array by doubling: the unused part would stay through the run.
-    if (file.samples.capacity() > file.samples.size() + file.samples.size() / 8) {
-        file.samples.shrink_to_fit();
-    }
-    return file;
+    return ReadSamples(options.input, ProgressLine("reading", showProgress));
 }
 
 std::string InputName(const std::string& input) {

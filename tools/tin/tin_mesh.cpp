@@ -1,6 +1,8 @@
 // tin_mesh.cpp: the triangulation's arrays read through the writers' interface.
 #include "tin_mesh.h"
 
+#include "large_pages.h"
+
 namespace zq::tool {
 namespace {
 
@@ -20,6 +22,8 @@ TinMesh::TinMesh(const C2Triangulation& triangulation, const std::vector<SFVec3f
       m_allTriangles(triangulation.GetTriangleCount()), m_up(up) {
     // Vertex v is marked at its sample, then the marks are read in the samples' order: that
     // numbers the vertices, and the same array, compacted, lists the samples written.
+    ReserveLarge(m_order, samples.size());
+    ReserveLarge(m_index, m_vertices + kCorners);
     m_order.assign(samples.size(), kNone);
     m_index.assign(m_vertices + kCorners, kNone);
     for (std::uint32_t v = kCorners; v < m_vertices + kCorners; ++v) {

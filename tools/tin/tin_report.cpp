@@ -2,6 +2,7 @@
 // the labelled lines.
 #include "tin_report.h"
 
+#include "large_pages.h"
 #include "number_text.h"
 
 #include <algorithm>
@@ -32,6 +33,11 @@ std::string Range(double min, double max) {
     return NumberText(min) + " .. " + NumberText(max) + " (size " + Short(max - min) + ")";
 }
 
+/// Coordinate axis of p (0 x, 1 y, 2 z), read in place.
+double Coordinate(const SFVec3f& p, int axis) {
+    return axis == 0 ? p.x : axis == 1 ? p.y : p.z;
+}
+
 /// The middle of values, or the mean of the two middle ones; reorders values.
 double Median(std::vector<double>& values) {
     const std::size_t half = values.size() / 2;
@@ -49,19 +55,19 @@ double Median(std::vector<double>& values) {
 SampleSummary Summarize(const std::vector<SFVec3f>& samples, int up) {
     SampleSummary s;
     s.count = samples.size();
-    std::vector<double> heights(samples.size());
+    std::vector<double> heights;
+    ReserveLarge(heights, samples.size());
     double sum = 0.0;
     for (int axis = 0; axis < 3; ++axis) {
-        s.min[axis] = s.max[axis] = samples.front()[axis];
+        s.min[axis] = s.max[axis] = Coordinate(samples.front(), axis);
     }
-    for (std::size_t i = 0; i < samples.size(); ++i) {
-        const SFVec3f& p = samples[i];
+    for (const SFVec3f& p : samples) {
         for (int axis = 0; axis < 3; ++axis) {
-            s.min[axis] = std::min(s.min[axis], p[axis]);
-            s.max[axis] = std::max(s.max[axis], p[axis]);
+            s.min[axis] = std::min(s.min[axis], Coordinate(p, axis));
+            s.max[axis] = std::max(s.max[axis], Coordinate(p, axis));
         }
-        heights[i] = p[up];
-        sum += heights[i];
+        heights.push_back(Coordinate(p, up));
+        sum += heights.back();
     }
     s.mean = sum / static_cast<double>(samples.size());
     for (const double h : heights) {
