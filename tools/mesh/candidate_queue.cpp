@@ -3,6 +3,11 @@
 
 namespace zq::tool {
 
+void CandidateQueue::Reserve(std::size_t n) {
+    m_heap.reserve(n);
+    m_place.reserve(n);
+}
+
 void CandidateQueue::Place(std::size_t at, const Entry& entry) {
     m_heap[at] = entry;
     m_place[entry.item] = static_cast<std::uint32_t>(at);

@@ -2,6 +2,7 @@
 #ifndef ZQMATH_TOOLS_MESH_CANDIDATE_QUEUE_H
 #define ZQMATH_TOOLS_MESH_CANDIDATE_QUEUE_H
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -11,6 +12,8 @@ namespace zq::tool {
 /// item's key changes or the item leaves in O(log n) without stale entries.
 class CandidateQueue {
 public:
+    /// Makes room for items below n, so that the queue does not grow step by step.
+    void Reserve(std::size_t n);
     /// Gives item the key, adding it when it is not queued.
     void Set(std::uint32_t item, float key);
     /// Takes item out when it is queued.

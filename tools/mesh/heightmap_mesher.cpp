@@ -34,6 +34,11 @@ public:
           m_threshold(limits.error * static_cast<double>(raster.maximum)),
           m_triangulation(std::array<SFVec3f, 3>{
               SFVec3f(-kFar, 0, -kFar), SFVec3f(3 * kFar, 0, -kFar), SFVec3f(-kFar, 0, 3 * kFar)}) {
+        // Each vertex adds two triangles to the enclosing one: the arrays need not grow.
+        const std::size_t most = 1 + 2 * std::min(raster.pixels.size(), limits.vertices);
+        m_error.reserve(most);
+        m_candidate.reserve(most);
+        m_queue.Reserve(most);
     }
 
     /// Inserts the corner pixels, then the worst pixel while one is beyond the error.
