@@ -202,6 +202,8 @@ TEST(Triangulation, InsertReportsEveryTriangleItChanged) {
     const Samples samples = DegenerateInputs()[4];
     C2Triangulation t(
         Corners{SFVec3f(-5000, 0, -5000), SFVec3f(5000, 0, -5000), SFVec3f(0, 0, 5000)});
+    t.Reserve(samples.size());
+    const std::uint32_t* origins = t.GetOrigins();
     for (std::uint32_t i = 0; i < samples.size(); ++i) {
         std::vector<std::array<std::uint32_t, 3>> before;
         for (std::uint32_t k = 0; k < t.GetTriangleCount(); ++k) {
@@ -221,6 +223,7 @@ TEST(Triangulation, InsertReportsEveryTriangleItChanged) {
             ASSERT_EQ(hasNew, changed) << "triangle " << k << " at " << i;
         }
     }
+    EXPECT_EQ(t.GetOrigins(), origins); // the room reserved held every insertion
 }
 
 TEST(Triangulation, InsertDropsNearDuplicatesAndRejectsOutsiders) {

@@ -53,6 +53,11 @@ C2Triangulation& C2Triangulation::operator=(const C2Triangulation& t) {
 
 C2Triangulation& C2Triangulation::operator=(C2Triangulation&& t) noexcept = default;
 
+void C2Triangulation::Reserve(std::size_t count) {
+    m_flat->Reserve(count);
+    zq::detail::ReserveLarge(m_samples, m_samples.size() + count);
+}
+
 std::uint32_t C2Triangulation::Insert(const SFVec3f& p, std::uint32_t sample,
                                       std::vector<std::uint32_t>* made, std::uint32_t from) {
     const zq::detail::Corners corners = {SFVec3f(GetSite(0).x, 0.0, GetSite(0).y),

@@ -5,6 +5,7 @@
 #include "frame/prefault.h"
 #include "sfvec2f.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -44,6 +45,13 @@ std::uint32_t FlatTriangulation::InsertUnlessNear(const Site& site, double dista
     m_sites.push_back(site);
     InsertAt(v, at);
     return v;
+}
+
+void FlatTriangulation::Reserve(std::size_t count) {
+    ReserveLarge(m_sites, m_sites.size() + count);
+    const std::size_t halfEdges = HalfEdgesFor(m_sites.size() - 3 + count);
+    m_origin.reserve(halfEdges);
+    m_twin.reserve(halfEdges);
 }
 
 void FlatTriangulation::TrianglesAroundNewest(std::vector<std::uint32_t>& out) const {
@@ -196,9 +204,10 @@ FlatTriangulation::Located FlatTriangulation::Locate(const Site& site, Index fro
 
 FlatTriangulation::Index FlatTriangulation::AddTriangle(Index a, Index b, Index c) {
     if (m_halfEdges == m_origin.size()) {
-        // Grown one insertion at a time: room for as many again.
-        m_origin.resize(2 * m_halfEdges);
-        m_twin.resize(2 * m_halfEdges);
+        // Grown one insertion at a time: into the room reserved, else room for as many again.
+        const std::size_t size = std::max(2 * m_halfEdges, m_origin.capacity());
+        m_origin.resize(size);
+        m_twin.resize(size);
     }
     const Index h = static_cast<Index>(m_halfEdges);
     m_origin[h] = a;

@@ -36,6 +36,8 @@ public:
     /// closer than distance (as SFVec2f::DistanceTo measures); returns the new vertex or kNone.
     /// The search walks from half-edge from, or from the newest vertex's star when it is kNone.
     std::uint32_t InsertUnlessNear(const Site& site, double distance, std::uint32_t from);
+    /// Makes room for count more vertices.
+    void Reserve(std::size_t count);
     /// Appends the triangles around the newest vertex to out, counter-clockwise.
     void TrianglesAroundNewest(std::vector<std::uint32_t>& out) const;
     /// Frees the list of short edges.

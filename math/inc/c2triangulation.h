@@ -79,6 +79,9 @@ public:
     /// beside the site saves the walk), else at the newest vertex.
     std::uint32_t Insert(const SFVec3f& p, std::uint32_t sample,
                          std::vector<std::uint32_t>* made = nullptr, std::uint32_t from = kNone);
+    /// Makes room for count more samples: the arrays then stay in place while they go in, and
+    /// room that is never used costs address space only.
+    void Reserve(std::size_t count);
 
     /// Samples kept as vertices.
     std::size_t GetKept() const { return m_kept; }

@@ -34,11 +34,16 @@ public:
           m_threshold(limits.error * static_cast<double>(raster.maximum)),
           m_triangulation(std::array<SFVec3f, 3>{
               SFVec3f(-kFar, 0, -kFar), SFVec3f(3 * kFar, 0, -kFar), SFVec3f(-kFar, 0, 3 * kFar)}) {
-        // Each vertex adds two triangles to the enclosing one: the arrays need not grow.
-        const std::size_t most = 1 + 2 * std::min(raster.pixels.size(), limits.vertices);
-        m_error.reserve(most);
-        m_candidate.reserve(most);
-        m_queue.Reserve(most);
+        // Each vertex adds two triangles to the enclosing one: the arrays need not grow. Room
+        // for every pixel would crowd a 32-bit address space; there they grow as needed.
+        if constexpr (sizeof(void*) >= 8) {
+            const std::size_t vertices = std::min(raster.pixels.size(), limits.vertices);
+            const std::size_t most = 1 + 2 * vertices;
+            m_triangulation.Reserve(vertices);
+            m_error.reserve(most);
+            m_candidate.reserve(most);
+            m_queue.Reserve(most);
+        }
     }
 
     /// Inserts the corner pixels, then the worst pixel while one is beyond the error.
