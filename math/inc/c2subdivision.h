@@ -49,8 +49,8 @@ public:
     /// threads or more, a build of 4096 samples or more makes the records and maps the result's
     /// memory on one more thread beside the insertions, then shares the linking with it. About
     /// 660 bytes a sample stay with the subdivision, and about 80 more are needed while it is
-    /// built. On Linux, the records of a build of about 1.8 million samples or more (a
-    /// gigabyte or more) are asked for in 2 MB pages.
+    /// built. On Linux, every array of 4 MB or more (the records of about 7000 samples) is
+    /// asked for in 2 MB pages.
     static C2SubdivisionBuild Build(const SFVec3f* samples, std::size_t count,
                                     const C2SubdivisionOptions& options);
     /// Build over a whole vector.
