@@ -3,6 +3,8 @@
 // library, but only where that cannot change the float it returns.
 #include "transform/float_trig.h"
 
+#include "frame/double_pair.h"
+
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -13,22 +15,22 @@ namespace {
 
 constexpr double kHalfPi = 0x1.921fb54442d18p+0;
 
-/// sin x by its Taylor series to x^19, for |x| <= pi/2. The first term left out bounds the
-/// truncation by (pi/2)^21 / 21! < 2^-51 of |sin x|; the coefficients and the products and
-/// sums add under 2^-49; so the result is within 2^-48 of sin x, relative. The series in z = x^2
-/// is summed in pairs and powers of z, so that the terms are computed side by side rather than
-/// one after another.
-double SinPolynomial(double x) {
-    const double z = x * x;
-    const double z2 = z * z;
-    const double z4 = z2 * z2;
-    const double a0 = 1.0 / 6.0 - z * (1.0 / 120.0);
-    const double a1 = 1.0 / 5040.0 - z * (1.0 / 362880.0);
-    const double a2 = 1.0 / 39916800.0 - z * (1.0 / 6227020800.0);
-    const double a3 = 1.0 / 1307674368000.0 - z * (1.0 / 355687428096000.0);
-    const double b0 = a0 + z2 * a1;
-    const double b1 = a2 + z2 * a3;
-    const double p = b0 + z4 * (b1 + z4 * (1.0 / 121645100408832000.0));
+/// sin x in each lane by its Taylor series to x^19, for |x| <= pi/2. The first term left out
+/// bounds the truncation by (pi/2)^21 / 21! < 2^-51 of |sin x|; the coefficients and the
+/// products and sums add under 2^-49; so the result is within 2^-48 of sin x, relative. The
+/// series in z = x^2 is summed in pairs and powers of z, so that its terms are computed side by
+/// side rather than one after another.
+Pair SinSeries(Pair x) {
+    const Pair z = x * x;
+    const Pair z2 = z * z;
+    const Pair z4 = z2 * z2;
+    const Pair a0 = Splat(1.0 / 6.0) - z * Splat(1.0 / 120.0);
+    const Pair a1 = Splat(1.0 / 5040.0) - z * Splat(1.0 / 362880.0);
+    const Pair a2 = Splat(1.0 / 39916800.0) - z * Splat(1.0 / 6227020800.0);
+    const Pair a3 = Splat(1.0 / 1307674368000.0) - z * Splat(1.0 / 355687428096000.0);
+    const Pair b0 = a0 + z2 * a1;
+    const Pair b1 = a2 + z2 * a3;
+    const Pair p = b0 + z4 * (b1 + z4 * Splat(1.0 / 121645100408832000.0));
     return x - x * z * p;
 }
 
@@ -45,17 +47,29 @@ bool RoundsAlone(double p) {
     return exponent >= 1023 - 126 && low - ((1u << 28) - (1u << 14)) >= (1u << 15);
 }
 
-} // namespace
-
-float Sin(float v) {
-    const double x = v;
-    if (std::fabs(x) <= kHalfPi) {
-        const double p = SinPolynomial(x);
-        if (RoundsAlone(p)) {
-            return static_cast<float>(p);
-        }
+/// p rounded to float where x is in the series' range and that rounding is safe; the C
+/// library's sine of x rounded otherwise.
+float Checked(double x, double p) {
+    if (std::fabs(x) <= kHalfPi && RoundsAlone(p)) {
+        return static_cast<float>(p);
     }
     return static_cast<float>(std::sin(x));
+}
+
+} // namespace
+
+void Sines(float a, float b, float& sinA, float& sinB) {
+    const double x[2] = {a, b};
+    // Lanes beyond the series' range compute whatever they compute, unused.
+    const Pair p = SinSeries(Load(x));
+    sinA = Checked(x[0], Low(p));
+    sinB = Checked(x[1], High(p));
+}
+
+float Sin(float v) {
+    float s;
+    Sines(v, v, s, s);
+    return s;
 }
 
 float Cos(float v) {

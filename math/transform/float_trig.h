@@ -7,8 +7,10 @@
 namespace zq::detail {
 
 /// static_cast<float>(std::sin(double(v))), the same bits on every input, cheaper where
-/// |v| <= pi/2. Exported for the tests.
-ZQMATH_API float Sin(float v);
+/// |v| <= pi/2.
+float Sin(float v);
+/// Sin(a) and Sin(b), side by side. Exported for the tests.
+ZQMATH_API void Sines(float a, float b, float& sinA, float& sinB);
 /// static_cast<float>(std::cos(double(v))).
 float Cos(float v);
 /// static_cast<float>(std::acos(double(v))).

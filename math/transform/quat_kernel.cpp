@@ -129,8 +129,11 @@ FQuat QuatSlerp(const FQuat& a, const FQuat& b, float t) {
     if (1.0f - c > kEpsilon) {
         const float s = std::sqrt(1.0f - c * c);
         const float theta = Atan2(s, c);
-        k0 = Sin((1.0f - t) * theta) / s;
-        k1 = Sin(t * theta) / s;
+        float sin0;
+        float sin1;
+        Sines((1.0f - t) * theta, t * theta, sin0, sin1);
+        k0 = sin0 / s;
+        k1 = sin1 / s;
     }
     // Nearly parallel quaternions keep the linear weights; the result is not renormalised.
     k1 *= sign;
