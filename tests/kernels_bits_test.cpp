@@ -463,16 +463,17 @@ TEST(KernelBits, Slerp) {
     }
 }
 
-std::uint32_t FloatBits(float v) {
-    std::uint32_t b;
-    std::memcpy(&b, &v, sizeof b);
-    return b;
+/// from's bits read as a To of the same size.
+template <typename To, typename From>
+To BitCast(From from) {
+    static_assert(sizeof(To) == sizeof(From), "same size");
+    To to;
+    std::memcpy(&to, &from, sizeof to);
+    return to;
 }
 
-float FloatFromBits(std::uint32_t b) {
-    float v;
-    std::memcpy(&v, &b, sizeof v);
-    return v;
+std::uint32_t FloatBits(float v) {
+    return BitCast<std::uint32_t>(v);
 }
 
 // The shortcut sines against the C library's, rounded: any float at all, floats a few ulps
@@ -494,13 +495,13 @@ TEST(KernelBits, SinMatchesTheLibrary) {
         float v;
         switch (n % 4) {
         case 0:
-            v = FloatFromBits(static_cast<std::uint32_t>(random()));
+            v = BitCast<float>(static_cast<std::uint32_t>(random()));
             break;
         case 1: {
             // Within 2^20 ulps of a centre, either sign.
             const float c = centres[random() % 5];
             const auto step = static_cast<std::uint32_t>(random() % (1u << 20));
-            v = FloatFromBits(FloatBits(c) + step) * (random() % 2 == 0 ? 1.0f : -1.0f);
+            v = BitCast<float>(FloatBits(c) + step) * (random() % 2 == 0 ? 1.0f : -1.0f);
             break;
         }
         case 2:
