@@ -59,11 +59,12 @@ float Checked(double x, double p) {
 } // namespace
 
 void Sines(float a, float b, float& sinA, float& sinB) {
-    const double x[2] = {a, b};
+    const double x = a;
+    const double y = b;
     // Lanes beyond the series' range compute whatever they compute, unused.
-    const Pair p = SinSeries(Load(x));
-    sinA = Checked(x[0], Low(p));
-    sinB = Checked(x[1], High(p));
+    const Pair p = SinSeries(Lows(Splat(x), Splat(y)));
+    sinA = Checked(x, Low(p));
+    sinB = Checked(y, High(p));
 }
 
 float Sin(float v) {
