@@ -3,6 +3,7 @@
 // peers' files time the same tasks on the same data under their own names.
 #include "bench_data.h"
 #include "c3rregion.h"
+#include "call_floor.h"
 #include "cquat.h"
 #include "sfmatrix.h"
 #include "sfvec4f.h"
@@ -76,6 +77,20 @@ void Normalize(benchmark::State& state) {
     }
 }
 
+/// The floor under Normalize: a call into a shared library per element that does nothing. The
+/// peers' loops are inlined; zqmath's members stay out of line, so that a caller's compiler
+/// cannot fuse their arithmetic.
+void CallPerElement(benchmark::State& state) {
+    const std::vector<SFVec3f> src = bench::Cloud(bench::kCloudSize);
+    std::vector<SFVec3f> dst(src.size());
+    for (auto _ : state) {
+        for (std::size_t i = 0; i < src.size(); ++i) {
+            dst[i] = bench::Unchanged(src[i]);
+        }
+        benchmark::DoNotOptimize(dst.data());
+    }
+}
+
 void ExtendTo(benchmark::State& state) {
     const std::vector<SFVec3f> cloud = bench::Cloud(bench::kCloudSize);
     for (auto _ : state) {
@@ -124,6 +139,7 @@ BENCHMARK(UntransformPoint)->Name("UntransformPoint/zqmath");
 BENCHMARK(TransformPoints)->Name("TransformPoints_1M/zqmath")->Unit(benchmark::kMillisecond);
 BENCHMARK(CopyPoints)->Name("TransformPoints_1M/copy")->Unit(benchmark::kMillisecond);
 BENCHMARK(Normalize)->Name("Normalize_1M/zqmath")->Unit(benchmark::kMillisecond);
+BENCHMARK(CallPerElement)->Name("Normalize_1M/call_floor")->Unit(benchmark::kMillisecond);
 BENCHMARK(ExtendTo)->Name("ExtendTo_1M/zqmath")->Unit(benchmark::kMillisecond);
 BENCHMARK(Slerp)->Name("Slerp/zqmath");
 BENCHMARK(EulerToMatrix)->Name("EulerToMatrix/zqmath");

@@ -2,6 +2,8 @@
 // generated inputs: ordinary, tiny, huge, infinite, NaN and signed-zero values, and singular,
 // sparse and permuted matrices. Two NaNs count as equal whatever their payloads and signs: which
 // operand's payload an IEEE operation passes on is not part of any result the library promises.
+#include "transform/float_trig.h"
+
 #include <c3rregion.h>
 #include <cquat.h>
 #include <sfmatrix.h>
@@ -458,6 +460,69 @@ TEST(KernelBits, Slerp) {
             want[i] = static_cast<double>(product0 + product1);
         }
         ASSERT_TRUE(SameArrays(got, want, 4)) << "Slerp, pair " << n;
+    }
+}
+
+/// from's bits read as a To of the same size.
+template <typename To, typename From>
+To BitCast(From from) {
+    static_assert(sizeof(To) == sizeof(From), "same size");
+    To to;
+    std::memcpy(&to, &from, sizeof to);
+    return to;
+}
+
+std::uint32_t FloatBits(float v) {
+    return BitCast<std::uint32_t>(v);
+}
+
+// The shortcut sines against the C library's, rounded: any float at all, floats a few ulps
+// either side of 0, pi/2 (where the shortcut ends) and pi, rounding boundaries of the result
+// near 1, and the special values.
+TEST(KernelBits, SinMatchesTheLibrary) {
+    std::mt19937_64 random(6);
+    const float specials[] = {0.0f,
+                              -0.0f,
+                              std::numeric_limits<float>::infinity(),
+                              -std::numeric_limits<float>::infinity(),
+                              std::numeric_limits<float>::quiet_NaN(),
+                              std::numeric_limits<float>::denorm_min(),
+                              -std::numeric_limits<float>::max()};
+    const float centres[] = {0.0f, 1.5707964f, 3.1415927f, 1.0f, 0.5f};
+    const int count = 12000000 / kScale;
+    float before = 0.0f;
+    for (int n = 0; n < count; ++n) {
+        float v;
+        switch (n % 4) {
+        case 0:
+            v = BitCast<float>(static_cast<std::uint32_t>(random()));
+            break;
+        case 1: {
+            // Within 2^20 ulps of a centre, either sign.
+            const float c = centres[random() % 5];
+            const auto step = static_cast<std::uint32_t>(random() % (1u << 20));
+            v = BitCast<float>(FloatBits(c) + step) * (random() % 2 == 0 ? 1.0f : -1.0f);
+            break;
+        }
+        case 2:
+            v = std::uniform_real_distribution<float>(-1.6f, 1.6f)(random);
+            break;
+        default:
+            v = specials[static_cast<std::size_t>(n / 4) % (sizeof specials / sizeof *specials)];
+        }
+        // Two at a time: this input beside the one before, so that each lane sees every kind.
+        float got[2];
+        zq::detail::Sines(v, before, got[0], got[1]);
+        const float inputs[2] = {v, before};
+        for (int lane = 0; lane < 2; ++lane) {
+            const float x = inputs[lane];
+            const float want = static_cast<float>(std::sin(static_cast<double>(x)));
+            ASSERT_TRUE(FloatBits(got[lane]) == FloatBits(want) ||
+                        (std::isnan(got[lane]) && std::isnan(want)))
+                << "Sin(" << x << " = 0x" << std::hex << FloatBits(x) << "): " << got[lane]
+                << ", want " << want;
+        }
+        before = v;
     }
 }
 

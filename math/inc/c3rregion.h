@@ -50,10 +50,11 @@ public:
 
     /// Exchanges minimum and maximum on every axis where the minimum is strictly greater.
     void OrderPoints();
-    /// Moves each face outward to p where p lies strictly beyond it.
-    void ExtendTo(const SFVec3f& p);
+    /// Moves each face outward to p where p lies strictly beyond it (a NaN never enters; of -0
+    /// and +0 the face keeps the one it has).
+    void ExtendTo(const SFVec3f& p) { ExtendFaces(p, p); }
     /// Moves each face outward to r's; r is not tested for emptiness (contrast operator+=).
-    void ExtendTo(const C3RRegion& r);
+    void ExtendTo(const C3RRegion& r) { ExtendFaces(r.m_min, r.m_max); }
     /// The union, where a box equal to kEmptyBox (the zero box) is the identity. A default box
     /// is not: it takes part and pulls the result towards (1, 1, 1)-(0, 0, 0).
     C3RRegion& operator+=(const C3RRegion& r);
@@ -104,6 +105,30 @@ public:
     static const C3RRegion& kZeroBox;
 
 private:
+    /// Moves each face outward to low (high) where that lies strictly beyond it; inline, as it
+    /// runs once per point of a cloud, and writes a face only when it moves.
+    // No arithmetic: nothing here for a caller's compiler to fuse or reorder.
+    void ExtendFaces(const SFVec3f& low, const SFVec3f& high) {
+        if (low.x < m_min.x) {
+            m_min.x = low.x;
+        }
+        if (high.x > m_max.x) {
+            m_max.x = high.x;
+        }
+        if (low.y < m_min.y) {
+            m_min.y = low.y;
+        }
+        if (high.y > m_max.y) {
+            m_max.y = high.y;
+        }
+        if (low.z < m_min.z) {
+            m_min.z = low.z;
+        }
+        if (high.z > m_max.z) {
+            m_max.z = high.z;
+        }
+    }
+
     SFVec3f m_min;
     SFVec3f m_max;
 };

@@ -24,31 +24,6 @@ SFVec3f TransformCorner(const SFMatrix& m, const SFVec3f& p) {
     return SFVec3f(x / w, y / w, z / w);
 }
 
-/// Moves each face of low-high outward to low2 (high2) where that lies strictly beyond it. By
-/// members rather than the vector's out-of-line operator[]: this runs once per point of a cloud.
-/// A face is written only when it moves: once a cloud's box has grown, the tests are well
-/// predicted and no call waits for the store of the one before.
-void ExtendFaces(const SFVec3f& low2, const SFVec3f& high2, SFVec3f& low, SFVec3f& high) {
-    if (low2.x < low.x) {
-        low.x = low2.x;
-    }
-    if (high2.x > high.x) {
-        high.x = high2.x;
-    }
-    if (low2.y < low.y) {
-        low.y = low2.y;
-    }
-    if (high2.y > high.y) {
-        high.y = high2.y;
-    }
-    if (low2.z < low.z) {
-        low.z = low2.z;
-    }
-    if (high2.z > high.z) {
-        high.z = high2.z;
-    }
-}
-
 } // namespace
 
 const C3RRegion& C3RRegion::kEmptyBox = g_emptyBox;
@@ -115,14 +90,6 @@ void C3RRegion::OrderPoints() {
             m_min[c] = low;
         }
     }
-}
-
-void C3RRegion::ExtendTo(const SFVec3f& p) {
-    ExtendFaces(p, p, m_min, m_max);
-}
-
-void C3RRegion::ExtendTo(const C3RRegion& r) {
-    ExtendFaces(r.m_min, r.m_max, m_min, m_max);
 }
 
 C3RRegion& C3RRegion::operator+=(const C3RRegion& r) {

@@ -1,6 +1,8 @@
 // The single-precision quaternion kernel behind CQuat.
 #include "transform/quat_kernel.h"
 
+#include "transform/float_trig.h"
+
 #include <cmath>
 
 namespace zq::detail {
@@ -11,24 +13,6 @@ namespace {
 constexpr float kEpsilon = 1e-5f;
 /// The kernel's tiny bound: the float just below 1e-10f, the value callers have always seen.
 constexpr float kTiny = 9.9999994e-11f;
-
-// The trigonometry is taken in double and rounded, so that every platform gets the correctly
-// rounded single-precision value.
-float Sin(float v) {
-    return static_cast<float>(std::sin(static_cast<double>(v)));
-}
-
-float Cos(float v) {
-    return static_cast<float>(std::cos(static_cast<double>(v)));
-}
-
-float Acos(float v) {
-    return static_cast<float>(std::acos(static_cast<double>(v)));
-}
-
-float Atan2(float y, float x) {
-    return static_cast<float>(std::atan2(static_cast<double>(y), static_cast<double>(x)));
-}
 
 bool NearZero(float v) {
     return -kEpsilon < v && v < kEpsilon;
@@ -145,8 +129,11 @@ FQuat QuatSlerp(const FQuat& a, const FQuat& b, float t) {
     if (1.0f - c > kEpsilon) {
         const float s = std::sqrt(1.0f - c * c);
         const float theta = Atan2(s, c);
-        k0 = Sin((1.0f - t) * theta) / s;
-        k1 = Sin(t * theta) / s;
+        float sin0;
+        float sin1;
+        Sines((1.0f - t) * theta, t * theta, sin0, sin1);
+        k0 = sin0 / s;
+        k1 = sin1 / s;
     }
     // Nearly parallel quaternions keep the linear weights; the result is not renormalised.
     k1 *= sign;
