@@ -52,9 +52,9 @@ public:
     void OrderPoints();
     /// Moves each face outward to p where p lies strictly beyond it (a NaN never enters; of -0
     /// and +0 the face keeps the one it has).
-    void ExtendTo(const SFVec3f& p) { ExtendFaces(p, p); }
+    ZQMATH_INLINE_EXPORT void ExtendTo(const SFVec3f& p);
     /// Moves each face outward to r's; r is not tested for emptiness (contrast operator+=).
-    void ExtendTo(const C3RRegion& r) { ExtendFaces(r.m_min, r.m_max); }
+    ZQMATH_INLINE_EXPORT void ExtendTo(const C3RRegion& r);
     /// The union, where a box equal to kEmptyBox (the zero box) is the identity. A default box
     /// is not: it takes part and pulls the result towards (1, 1, 1)-(0, 0, 0).
     C3RRegion& operator+=(const C3RRegion& r);
@@ -132,5 +132,16 @@ private:
     SFVec3f m_min;
     SFVec3f m_max;
 };
+
+#if ZQMATH_INLINE_EXPORTED
+// Inline, so that a cloud's points cost no call each.
+inline void C3RRegion::ExtendTo(const SFVec3f& p) {
+    ExtendFaces(p, p);
+}
+
+inline void C3RRegion::ExtendTo(const C3RRegion& r) {
+    ExtendFaces(r.m_min, r.m_max);
+}
+#endif
 
 #endif

@@ -24,7 +24,24 @@ SFVec3f TransformCorner(const SFMatrix& m, const SFVec3f& p) {
     return SFVec3f(x / w, y / w, z / w);
 }
 
+#if ZQMATH_INLINE_EXPORTED
+// Modules built when ExtendTo was not inline call the library's copies: taking their addresses
+// makes this file define them, and the export keeps them visible.
+[[gnu::used]] void (C3RRegion::*const g_extendToPoint)(const SFVec3f&) = &C3RRegion::ExtendTo;
+[[gnu::used]] void (C3RRegion::*const g_extendToBox)(const C3RRegion&) = &C3RRegion::ExtendTo;
+#endif
+
 } // namespace
+
+#if !ZQMATH_INLINE_EXPORTED
+void C3RRegion::ExtendTo(const SFVec3f& p) {
+    ExtendFaces(p, p);
+}
+
+void C3RRegion::ExtendTo(const C3RRegion& r) {
+    ExtendFaces(r.m_min, r.m_max);
+}
+#endif
 
 const C3RRegion& C3RRegion::kEmptyBox = g_emptyBox;
 const C3RRegion& C3RRegion::kZeroBox = g_zeroBox;
