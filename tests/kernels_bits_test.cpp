@@ -39,10 +39,17 @@ constexpr int kScale = 1;
 constexpr int kMatrices = 1000000 / kScale;
 constexpr int kPoints = 2000000 / kScale;
 
+/// from's bits read as a To of the same size.
+template <typename To, typename From>
+To BitCast(From from) {
+    static_assert(sizeof(To) == sizeof(From), "same size");
+    To to;
+    std::memcpy(&to, &from, sizeof to);
+    return to;
+}
+
 std::uint64_t Bits(double v) {
-    std::uint64_t b;
-    std::memcpy(&b, &v, sizeof b);
-    return b;
+    return BitCast<std::uint64_t>(v);
 }
 
 /// Equal bit patterns, or both NaN.
@@ -461,15 +468,6 @@ TEST(KernelBits, Slerp) {
         }
         ASSERT_TRUE(SameArrays(got, want, 4)) << "Slerp, pair " << n;
     }
-}
-
-/// from's bits read as a To of the same size.
-template <typename To, typename From>
-To BitCast(From from) {
-    static_assert(sizeof(To) == sizeof(From), "same size");
-    To to;
-    std::memcpy(&to, &from, sizeof to);
-    return to;
 }
 
 std::uint32_t FloatBits(float v) {
